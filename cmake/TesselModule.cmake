@@ -1,0 +1,21 @@
+# The module itself, from every folder's object library.
+get_property(parts GLOBAL PROPERTY TESSEL_MODULE_PARTS)
+set(objects)
+foreach(part IN LISTS parts)
+  list(APPEND objects $<TARGET_OBJECTS:${part}>)
+endforeach()
+
+if(objects AND TARGET VeltoXGisCore AND TARGET VeltoXImportExportCore AND TARGET VeltoXCadShim)
+  set(host_libraries VeltoXGisCore VeltoXImportExportCore VeltoXCadShim Boost::headers)
+
+  add_library(VeltoXTesselStatic STATIC ${objects})
+  target_link_libraries(VeltoXTesselStatic PUBLIC ${host_libraries})
+
+  add_library(VeltoXTessel SHARED ${objects})
+  target_link_libraries(VeltoXTessel PRIVATE ${host_libraries})
+  set_target_properties(VeltoXTessel PROPERTIES
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+  # Only the five entry points leave the module; iconv and the C++ runtime stay private.
+  target_link_options(VeltoXTessel PRIVATE -Wl,--exclude-libs,ALL -Wl,--no-undefined)
+endif()

@@ -1,0 +1,18 @@
+#pragma once
+// The module's text types. The CAD host and its GIS framework work in UTF-16 code units;
+// so does every part of this module. Conversion to UTF-8 happens only at the reference
+// host's edges (terminal, JSON), never inside the module.
+
+#include <string>
+
+#ifdef _WIN32
+using WChar = wchar_t;
+#define WTEXT(literal) L##literal
+#else
+using WChar = char16_t;
+#define WTEXT(literal) u##literal
+#endif
+
+using WString = std::basic_string<WChar>;
+
+static_assert(sizeof(WChar) == 2, "the host's wide characters are UTF-16 code units");
