@@ -1,0 +1,69 @@
+#pragma once
+// The drawing's GIS system and its entities (VeltoXGisCore), as far as the module passes
+// them on to CDataRW::Read.
+
+#include "host/GisData.h"
+#include "host/HostApi.h"
+#include "host/Text.h"
+
+#include <boost/shared_ptr.hpp>
+#include <utility>
+#include <vector>
+
+namespace VeltoGis {
+namespace Topology {
+
+// A drawing entity with named field values.
+class VELTOGIS_API CEntity {
+public:
+    CEntity();
+    virtual ~CEntity();
+
+    // Reference host: the entity's field values, looked up by field id.
+    void SetField(const WString& fieldId, const Data::CDataBox& value);
+    const Data::CDataBox* FindField(const WString& fieldId) const;
+
+private:
+    std::vector<std::pair<WString, Data::CDataBox>> fields_;
+};
+
+// The container of topology entities that an export of lines receives.
+class VELTOGIS_API CEntityContainer {
+public:
+    CEntityContainer();
+    virtual ~CEntityContainer();
+    std::vector<boost::shared_ptr<CEntity>>& GetEntities() { return entities_; }
+
+private:
+    std::vector<boost::shared_ptr<CEntity>> entities_;
+};
+
+} // namespace Topology
+
+namespace System {
+
+class VELTOGIS_API CGisSystem {
+public:
+    CGisSystem();
+    virtual ~CGisSystem();
+    // Reference host: the drawing's entities.
+    std::vector<boost::shared_ptr<Topology::CEntity>>& Entities() { return entities_; }
+
+private:
+    std::vector<boost::shared_ptr<Topology::CEntity>> entities_;
+};
+
+class VELTOGIS_API CSystemManager {
+public:
+    static CSystemManager* Instance();
+    CGisSystem* GetActiveSystem();
+    // Reference host: replaces the active system (null: none).
+    void SetActiveSystem(CGisSystem* system);
+
+private:
+    CSystemManager();
+    CGisSystem* active_;
+};
+
+} // namespace System
+} // namespace VeltoGis

@@ -1,0 +1,33 @@
+#pragma once
+// How the engines reach their dialogs. The engines never create a dialog class directly:
+// they ask the installed factory, so that a host without a user interface (the command-line
+// host, tests) can answer in its own way. Without an installed factory no dialog can be
+// shown: configuration dialogs end as cancelled and the file question as "cancel", so an
+// existing file is never replaced without somebody having chosen to.
+
+#include "host/ImpexDefinitions.h"
+#include "host/Text.h"
+
+// Results of the file choice question.
+enum FileChoice { FileChoiceOverwrite = 1, FileChoiceAppend = 2, FileChoiceCancel = 3 };
+// Modal results of the configuration dialogs.
+enum ModalResult { ModalResultOk = 1, ModalResultCancel = 2 };
+
+class DialogFactory {
+public:
+    virtual ~DialogFactory();
+    // Edits the import configuration (secondary != 0: the node configuration) of the job and
+    // stores it on OK; filePath, when not null, pre-sets the file. Returns the modal result.
+    virtual int RunImportConfiguration(VeltoGis::ImportExport::CImportDefinition* definition, int secondary,
+                                       const WChar* filePath) = 0;
+    // Edits the export configuration (secondary != 0: the node configuration); the modal result.
+    virtual int RunExportConfiguration(VeltoGis::ImportExport::CExportDefinition* definition, int secondary) = 0;
+    // Asks what to do with the existing output file: a FileChoice.
+    virtual int RunFileChoice(const WChar* path) = 0;
+};
+
+// The installed factory (the one without dialogs until something is installed).
+DialogFactory& Dialogs();
+// Installs a factory (null: back to the one without dialogs); returns the previous one.
+// The caller keeps ownership.
+DialogFactory* InstallDialogFactory(DialogFactory* factory);
