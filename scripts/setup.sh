@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Installs every Debian package the project needs, and only what is missing: apt-get runs
+# (with one 'apt-get update' first) only when something must be installed. Safe to run often.
+set -euo pipefail
+
+packages=(
+  cmake ninja-build g++ pkg-config
+  libboost-dev                       # boost::shared_ptr in the host's interfaces
+  libgtest-dev libgmock-dev          # tests
+  libcli11-dev nlohmann-json3-dev libfast-float-dev   # the reference host application
+  clang libclang-rt-14-dev           # fuzz targets (libFuzzer)
+)
+
+missing=()
+for package in "${packages[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
+    missing+=("$package")
+  fi
+done
+
+if [ ${#missing[@]} -eq 0 ]; then
+  exit 0
+fi
+
+echo "setup: installing ${missing[*]}" >&2
+sudo_cmd=()
+if [ "$(id -u)" -ne 0 ]; then sudo_cmd=(sudo); fi
+"${sudo_cmd[@]}" apt-get update -qq
+DEBIAN_FRONTEND=noninteractive "${sudo_cmd[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
