@@ -27,6 +27,15 @@ VELTOGIS_API int acedAlert(const WChar* message);
 // (at most resultLength units with the NUL) and returns 5100 (RTNORM) when found.
 VELTOGIS_API int acedFindFile(const WChar* name, WChar* result, int resultLength);
 
+// Command-line prompts, the CAD application's way of asking when no dialog is shown.
+constexpr int RTNONE = 5000;  // the user entered nothing
+constexpr int RTCAN = -5002;  // the user cancelled (or nobody can be asked)
+// Sets the keywords (separated by blanks) that the next acedGetKword accepts.
+VELTOGIS_API int acedInitGet(int flags, const WChar* keywords);
+// Asks with the prompt for one of the keywords set by acedInitGet and writes the keyword
+// into result (at most resultLength units with the NUL). RTNORM when answered.
+VELTOGIS_API int acedGetKword(const WChar* prompt, WChar* result, int resultLength);
+
 // Documents -----------------------------------------------------------------------------
 
 class VELTOGIS_API AcApDocument {

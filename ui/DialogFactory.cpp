@@ -1,19 +1,43 @@
 #include "ui/DialogFactory.h"
 
+#include "host/CadPlatform.h"
+#include "host/GisUtility.h"
+#include "textfile/WideText.h"
+
 namespace {
 
-class NoDialogs final : public DialogFactory {
+// Without dialogs the CAD application asks on its command line, as its own commands do when
+// dialogs are switched off. The configuration dialogs have no command-line form: they end as
+// cancelled, leaving the configuration as it was.
+class CommandLineDialogs final : public DialogFactory {
 public:
     int RunImportConfiguration(VeltoGis::ImportExport::CImportDefinition*, int, const WChar*) override
     {
         return ModalResultCancel;
     }
     int RunExportConfiguration(VeltoGis::ImportExport::CExportDefinition*, int) override { return ModalResultCancel; }
-    int RunFileChoice(const WChar*) override { return FileChoiceCancel; }
+    int RunFileChoice(const WChar* path) override;
 };
 
-NoDialogs noDialogs;
-DialogFactory* installed = &noDialogs;
+int CommandLineDialogs::RunFileChoice(const WChar* path)
+{
+    const WString question =
+        FormatWide(VeltoGis::CModuleConfiguration::Instance()->GetMsg(7876), {FormatArg(path)});
+    const WString prompt = question + WTEXT(" [Overwrite/Append/Cancel] <Cancel>: ");
+    acedInitGet(0, WTEXT("Overwrite Append Cancel"));
+    WChar answer[32] = {};
+    if (acedGetKword(prompt.c_str(), answer, 32) != RTNORM)
+        return FileChoiceCancel;
+    const WString keyword(answer);
+    if (keyword == WTEXT("Overwrite"))
+        return FileChoiceOverwrite;
+    if (keyword == WTEXT("Append"))
+        return FileChoiceAppend;
+    return FileChoiceCancel;
+}
+
+CommandLineDialogs commandLineDialogs;
+DialogFactory* installed = &commandLineDialogs;
 
 } // namespace
 
@@ -23,7 +47,7 @@ DialogFactory& Dialogs() { return *installed; }
 
 DialogFactory* InstallDialogFactory(DialogFactory* factory)
 {
-    DialogFactory* previous = installed == &noDialogs ? nullptr : installed;
-    installed = factory ? factory : &noDialogs;
+    DialogFactory* previous = installed == &commandLineDialogs ? nullptr : installed;
+    installed = factory ? factory : &commandLineDialogs;
     return previous;
 }

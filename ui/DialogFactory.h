@@ -26,8 +26,8 @@ public:
     virtual int RunFileChoice(const WChar* path) = 0;
 };
 
-// The installed factory (the one without dialogs until something is installed).
+// The installed factory (the command-line one until something is installed).
 DialogFactory& Dialogs();
-// Installs a factory (null: back to the one without dialogs); returns the previous one.
+// Installs a factory (null: back to the command-line one); returns the previous one.
 // The caller keeps ownership.
 DialogFactory* InstallDialogFactory(DialogFactory* factory);
