@@ -1,0 +1,263 @@
+#include "xml/ElementParser.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Parsed {
+    WString text;
+    ElementTable table;
+    WString error;
+};
+
+// The parser works on the caller's text, so the text lives beside the table.
+std::unique_ptr<Parsed> Parse(const WString& text)
+{
+    auto parsed = std::make_unique<Parsed>();
+    parsed->text = text;
+    parsed->table.Reset(static_cast<std::int64_t>(text.size()));
+    ElementParser(parsed->text.data(), static_cast<int>(parsed->text.size()), parsed->table, parsed->error).Parse(0);
+    return parsed;
+}
+
+std::vector<int> Children(const ElementTable& table, int parent)
+{
+    std::vector<int> children;
+    for (int child = table[parent].firstChild; child != 0; child = table[child].nextSibling)
+        children.push_back(child);
+    return children;
+}
+
+int Flags(const ElementTable& table, int element) { return table[element].flags & ~kElementLevelMask; }
+
+TEST(ElementParser, LinksChildrenWithTheLastChildBehindTheFirst)
+{
+    const auto p = Parse(u"<r><a/><b x=\"1\"></b><c/></r>");
+    const ElementTable& t = p->table;
+    EXPECT_TRUE(p->error.empty());
+    EXPECT_EQ(Children(t, 0), std::vector<int>{1});
+    EXPECT_EQ(Children(t, 1), (std::vector<int>{2, 3, 4}));
+    EXPECT_EQ(t[2].prevSibling, 4);
+    EXPECT_EQ(t[3].prevSibling, 2);
+    EXPECT_EQ(t[4].prevSibling, 3);
+    EXPECT_EQ(t[1].prevSibling, 1);
+    for (int element : {2, 3, 4})
+        EXPECT_EQ(t[element].parent, 1);
+    EXPECT_EQ(t[1].Level(), 0);
+    EXPECT_EQ(t[3].Level(), 1);
+    EXPECT_EQ(Flags(t, 1), kElementFirstChild);
+    EXPECT_EQ(Flags(t, 2), kElementFirstChild | kElementEmpty);
+    EXPECT_EQ(Flags(t, 3), 0);
+}
+
+TEST(ElementParser, RecordsOffsetsAndTagLengths)
+{
+    const auto p = Parse(u"<r><a/><b x=\"1\">t</b ></r>");
+    const ElementTable& t = p->table;
+    EXPECT_EQ(t[1].start, 0);
+    EXPECT_EQ(t[1].length, 26);
+    EXPECT_EQ(t[1].StartTagLength(), 3);
+    EXPECT_EQ(t[1].EndTagLength(), 4);
+    EXPECT_EQ(t[2].start, 3);
+    EXPECT_EQ(t[2].length, 4);
+    EXPECT_EQ(t[2].StartTagLength(), 4);
+    EXPECT_EQ(t[2].EndTagLength(), 0);
+    EXPECT_EQ(t[3].start, 7);
+    EXPECT_EQ(t[3].length, 15);
+    EXPECT_EQ(t[3].StartTagLength(), 9);
+    EXPECT_EQ(t[3].EndTagLength(), 5);
+}
+
+TEST(ElementParser, EndTagDeeperInTheStackClosesTheOnesAboveAsNotEnded)
+{
+    const auto p = Parse(u"<cfg><col></cfg>");
+    const ElementTable& t = p->table;
+    EXPECT_EQ(p->error, u"End tag 'cfg' at offset 10 does not match start tag 'col' at offset 5");
+    EXPECT_EQ(Children(t, 1), std::vector<int>{2});
+    EXPECT_EQ(Flags(t, 2), kElementFirstChild | kElementNotEnded);
+    EXPECT_EQ(t[2].length, 5);
+    EXPECT_EQ(t[2].EndTagLength(), 0);
+    EXPECT_EQ(t[1].length, 16);
+    EXPECT_EQ(Flags(t, 0) & kDocumentIllFormed, kDocumentIllFormed);
+}
+
+TEST(ElementParser, NotEndedElementHandsItsChildrenToItsParent)
+{
+    const auto p = Parse(u"<a><b></b><c><d/></c>");
+    const ElementTable& t = p->table;
+    EXPECT_EQ(p->error, u"Element 'a' at offset 0 not ended");
+    EXPECT_EQ(Children(t, 0), (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(Children(t, 1), std::vector<int>{});
+    EXPECT_EQ(Children(t, 3), std::vector<int>{4});
+    for (int element : {1, 2, 3})
+        EXPECT_EQ(t[element].parent, 0);
+    EXPECT_EQ(t[1].prevSibling, 3);
+    EXPECT_EQ(t[2].prevSibling, 1);
+    EXPECT_EQ(Flags(t, 1), kElementFirstChild | kElementNotEnded);
+    EXPECT_EQ(Flags(t, 2), 0);
+    EXPECT_EQ(t[1].length, 3);
+}
+
+TEST(ElementParser, UnendedNestLiftsEveryLevelInDocumentOrder)
+{
+    const auto p = Parse(u"<a><x/><b><y/><c><z/>");
+    const ElementTable& t = p->table;
+    EXPECT_EQ(p->error, u"Element 'c' at offset 14 not ended");
+    // a x b y c z, all at the top level.
+    EXPECT_EQ(Children(t, 0), (std::vector<int>{1, 2, 3, 4, 5, 6}));
+    for (int element = 1; element <= 6; ++element) {
+        EXPECT_EQ(t[element].parent, 0);
+        EXPECT_EQ(t[element].firstChild, 0);
+    }
+    EXPECT_EQ(t[1].prevSibling, 6);
+}
+
+TEST(ElementParser, UnmatchedEndTagIsIgnoredAndFlagsItsParent)
+{
+    const auto p = Parse(u"<a></b><c/></a>");
+    const ElementTable& t = p->table;
+    EXPECT_EQ(p->error, u"No start tag for end tag 'b' at offset 3");
+    EXPECT_EQ(Children(t, 1), std::vector<int>{2});
+    EXPECT_EQ(Flags(t, 1), kElementFirstChild | kElementIllFormed);
+    EXPECT_EQ(t[1].length, 15);
+    EXPECT_EQ(Flags(t, 0), kDocumentIllFormed);
+}
+
+TEST(ElementParser, IllFormedFlagMovesDownWithEachNotEndedClose)
+{
+    const auto p = Parse(u"<p><a><b></x></p>");
+    const ElementTable& t = p->table;
+    EXPECT_EQ(p->error, u"No start tag for end tag 'x' at offset 9");
+    EXPECT_EQ(Children(t, 1), (std::vector<int>{2, 3}));
+    EXPECT_EQ(Flags(t, 1), kElementFirstChild | kElementIllFormed);
+    EXPECT_EQ(Flags(t, 2), kElementFirstChild | kElementNotEnded);
+    EXPECT_EQ(Flags(t, 3), kElementNotEnded);
+}
+
+TEST(ElementParser, BadNodeFlagsTheDocumentAndItsParent)
+{
+    const auto p = Parse(u"<a><b><1/></b></a>");
+    const ElementTable& t = p->table;
+    EXPECT_EQ(p->error, u"Incorrect tag name character at offset 6");
+    EXPECT_EQ(Flags(t, 2), kElementFirstChild | kElementIllFormed);
+    EXPECT_EQ(Flags(t, 1), kElementFirstChild);
+    EXPECT_EQ(Flags(t, 0), kDocumentIllFormed);
+}
+
+TEST(ElementParser, KeepsOnlyTheFirstMessage)
+{
+    const struct {
+        const char16_t* text;
+        const char16_t* error;
+    } cases[] = {
+        {u"<a></b></c></a>", u"No start tag for end tag 'b' at offset 3"},
+        {u"<a><1></b>", u"Incorrect tag name character at offset 3"},
+        {u"<a><b><c></a>", u"End tag 'a' at offset 9 does not match start tag 'c' at offset 6"},
+        {u"<a><b></b><c>", u"Element 'c' at offset 10 not ended"},
+        {u"<a x='1'>", u"Element 'a' at offset 0 not ended"},
+        {u"<a><!-- x", u"Comment at offset 3 unterminated"},
+        {u"<a></a ", u"Element end tag at offset 3 unterminated"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(Parse(c.text)->error, WString(c.error)) << ::testing::PrintToString(WString(c.text));
+}
+
+TEST(ElementParser, EndTagNameMatchesByTheContinuationRule)
+{
+    EXPECT_TRUE(Parse(u"<col></col[2]>")->error.empty());
+    EXPECT_TRUE(Parse(u"<col></col=x>")->error.empty());
+    EXPECT_TRUE(Parse(u"<a=b></a=c>")->error.empty());
+    EXPECT_EQ(Parse(u"<col></co>")->error, u"No start tag for end tag 'co' at offset 5");
+    EXPECT_EQ(Parse(u"<col></cols>")->error, u"No start tag for end tag 'cols' at offset 5");
+    EXPECT_EQ(Parse(u"<A></a>")->error, u"No start tag for end tag 'a' at offset 3");
+}
+
+TEST(ElementParser, WritingTheEndTagLengthDropsBit20OfTheStartTagLength)
+{
+    const WString value(0x100000, u'v');
+    const auto closed = Parse(u"<a v=\"" + value + u"\"></a>");
+    EXPECT_EQ(closed->table[1].StartTagLength(), 0x100000 + 8 - 0x100000);
+    EXPECT_EQ(closed->table[1].EndTagLength(), 4);
+    const auto empty = Parse(u"<a v=\"" + value + u"\"/>");
+    EXPECT_EQ(empty->table[1].StartTagLength(), 0x100000 + 9);
+}
+
+TEST(ElementParser, EndTagLengthKeepsTenBits)
+{
+    const auto p = Parse(u"<a></a" + WString(1100, u' ') + u">");
+    EXPECT_EQ(p->table[1].EndTagLength(), (4 + 1100) & 0x3FF);
+}
+
+TEST(ElementParser, DeepNestingParsesWithoutRecursion)
+{
+    const int depth = 100000;
+    WString text;
+    for (int i = 0; i < depth; ++i)
+        text += u"<e>";
+    for (int i = 0; i < depth; ++i)
+        text += u"</e>";
+    const auto p = Parse(text);
+    EXPECT_TRUE(p->error.empty());
+    EXPECT_EQ(p->table.Count(), depth + 1);
+    EXPECT_EQ(p->table[depth].parent, depth - 1);
+    EXPECT_EQ(p->table[depth].Level(), (depth - 1) & kElementLevelMask);
+    EXPECT_EQ(p->table[1].length, static_cast<int>(text.size()));
+}
+
+TEST(ElementParser, DeepUnendedNestBecomesSiblings)
+{
+    const int depth = 100000;
+    WString text;
+    for (int i = 0; i < depth; ++i)
+        text += u"<e>";
+    for (int i = 0; i < depth; ++i)
+        text += u"</x>";
+    const auto p = Parse(text);
+    EXPECT_EQ(p->error, u"No start tag for end tag 'x' at offset 300000");
+    EXPECT_EQ(Children(p->table, 0).size(), static_cast<std::size_t>(depth));
+}
+
+TEST(ElementTable, PresizesFromTheTextLength)
+{
+    ElementTable table;
+    table.Reset(64 * 1000);
+    EXPECT_GE(table.Capacity(), 1008);
+    EXPECT_EQ(table.Count(), 1);
+    EXPECT_EQ(table.Allocate(), 1);
+}
+
+TEST(ElementTable, GrowsByHalfButAtMostOneBlockAtATime)
+{
+    ElementTable table;
+    table.Reset(64 * (120000 - 8));
+    EXPECT_EQ(table.Capacity(), 120000);
+    EXPECT_EQ(table.BlockCount(), 2);
+    while (table.Count() < 120000)
+        table.Allocate();
+    table.Allocate();
+    EXPECT_EQ(table.Capacity(), 180000);
+    EXPECT_EQ(table.BlockCount(), 3);
+    while (table.Count() < 180000)
+        table.Allocate();
+    table.Allocate();
+    EXPECT_EQ(table.Capacity(), 4 * ElementTable::kBlockSize); // 270000 cut back to the next block
+    EXPECT_EQ(table.BlockCount(), 4);
+}
+
+TEST(ElementTable, RecordsStayInPlaceWhileTheTableGrows)
+{
+    ElementTable table;
+    table.Reset(0);
+    const int first = table.Allocate();
+    ElementRecord* address = &table[first];
+    address->start = 42;
+    for (int i = 0; i < 3 * ElementTable::kBlockSize; ++i)
+        table.Allocate();
+    EXPECT_EQ(&table[first], address);
+    EXPECT_EQ(table[first].start, 42);
+}
+
+} // namespace

@@ -1,0 +1,186 @@
+// Robustness over externally written XML: the libxml2 regression inputs and the W3C
+// conformance suite. Every document must parse into a consistent element table; the
+// standalone valid documents of the W3C suite must parse without a message.
+
+#include "textfile/Platform.h"
+#include "xml/ElementParser.h"
+#include "xml/XmlDocument.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr unsigned kUtf8 = 65001;
+
+WString DecodeDocument(const std::string& bytes)
+{
+    const auto byteAt = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
+    if (bytes.size() >= 2 && ((byteAt(0) == 0xFF && byteAt(1) == 0xFE) || (byteAt(0) == 0xFE && byteAt(1) == 0xFF))) {
+        const bool little = byteAt(0) == 0xFF;
+        WString text;
+        for (std::size_t i = 2; i + 1 < bytes.size(); i += 2)
+            text += static_cast<WChar>(little ? byteAt(i) | byteAt(i + 1) << 8 : byteAt(i) << 8 | byteAt(i + 1));
+        return text;
+    }
+    if (bytes.empty())
+        return WString();
+    std::vector<WChar> text(bytes.size() + 1);
+    const int n = Platform::MultiByteToWide(kUtf8, bytes.data(), static_cast<int>(bytes.size()), text.data(),
+                                            static_cast<int>(text.size()));
+    return WString(text.data(), n > 0 ? static_cast<std::size_t>(n) : 0);
+}
+
+std::string ReadBytes(const fs::path& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+// Every record reachable once from record 0, with consistent parent and sibling links.
+void ExpectConsistentTable(const WString& text, const std::string& name)
+{
+    ElementTable table;
+    WString error;
+    table.Reset(static_cast<std::int64_t>(text.size()));
+    ElementParser(text.data(), static_cast<int>(text.size()), table, error).Parse(0);
+    std::vector<int> pending{0};
+    std::set<int> seen{0};
+    while (!pending.empty()) {
+        const int parent = pending.back();
+        pending.pop_back();
+        const int first = table[parent].firstChild;
+        int previous = 0;
+        for (int child = first; child != 0; child = table[child].nextSibling) {
+            ASSERT_TRUE(seen.insert(child).second) << name << ": record " << child << " reached twice";
+            ASSERT_EQ(table[child].parent, parent) << name;
+            if (previous != 0) {
+                ASSERT_EQ(table[child].prevSibling, previous) << name;
+            }
+            ASSERT_GE(table[child].start, 0) << name;
+            ASSERT_LE(table[child].start + table[child].StartTagLength(), static_cast<int>(text.size())) << name;
+            previous = child;
+            pending.push_back(child);
+        }
+        if (first != 0) {
+            ASSERT_EQ(table[first].prevSibling, previous) << name;
+        }
+    }
+    EXPECT_EQ(static_cast<int>(seen.size()), table.Count()) << name;
+}
+
+// Reads every attribute name the configurations use on each element of each level.
+void WalkDocument(const WString& text)
+{
+    XmlDocument document;
+    document.SetText(text);
+    do {
+        while (document.FindElement(nullptr))
+            for (const char16_t* name : {u"txtFile", u"id", u"a", u"name", u"version"})
+                (void)document.GetAttribute(name);
+    } while (document.EnterElement());
+}
+
+std::vector<fs::path> FilesUnder(const fs::path& folder, const std::string& extension = "")
+{
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::recursive_directory_iterator(folder))
+        if (entry.is_regular_file() && (extension.empty() || entry.path().extension() == extension))
+            files.push_back(entry.path());
+    return files;
+}
+
+const fs::path kTestData = TESSEL_TESTDATA;
+
+TEST(XmlCorpus, Libxml2InputsParseIntoConsistentTables)
+{
+    const fs::path folder = kTestData / "libxml2" / "test";
+    if (!fs::exists(folder))
+        GTEST_SKIP() << "libxml2 corpus not found at " << folder;
+    int documents = 0;
+    for (const fs::path& file : FilesUnder(folder)) {
+        const WString text = DecodeDocument(ReadBytes(file));
+        ExpectConsistentTable(text, file.string());
+        WalkDocument(text);
+        ++documents;
+    }
+    EXPECT_GT(documents, 100);
+}
+
+class W3cConformanceSuite : public ::testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        const fs::path zip = kTestData / "w3c-xmlconf" / "xmlts20130923.zip";
+        if (!fs::exists(zip)) {
+            skipReason_ = "W3C conformance suite not found at " + zip.string();
+            return;
+        }
+        if (std::system("command -v unzip >/dev/null 2>&1") != 0) {
+            skipReason_ = "unzip is not installed; the W3C suite is kept zipped";
+            return;
+        }
+        folder_ = fs::temp_directory_path() / ("tessel-xmlconf-" + std::to_string(::getpid()));
+        fs::create_directories(folder_);
+        const std::string command = "unzip -qq -o '" + zip.string() + "' -d '" + folder_.string() + "'";
+        if (std::system(command.c_str()) != 0)
+            skipReason_ = "could not unpack " + zip.string();
+    }
+    static void TearDownTestSuite()
+    {
+        std::error_code ignored;
+        if (!folder_.empty())
+            fs::remove_all(folder_, ignored);
+    }
+    void SetUp() override
+    {
+        if (!skipReason_.empty())
+            GTEST_SKIP() << skipReason_;
+    }
+
+    static fs::path folder_;
+    static std::string skipReason_;
+};
+
+fs::path W3cConformanceSuite::folder_;
+std::string W3cConformanceSuite::skipReason_;
+
+TEST_F(W3cConformanceSuite, EveryDocumentParsesIntoAConsistentTable)
+{
+    int documents = 0;
+    for (const fs::path& file : FilesUnder(folder_, ".xml")) {
+        const WString text = DecodeDocument(ReadBytes(file));
+        ExpectConsistentTable(text, file.string());
+        WalkDocument(text);
+        ++documents;
+    }
+    EXPECT_GT(documents, 1000);
+}
+
+TEST_F(W3cConformanceSuite, StandaloneValidDocumentsHaveNoError)
+{
+    const fs::path folder = folder_ / "xmlconf" / "xmltest" / "valid" / "sa";
+    ASSERT_TRUE(fs::exists(folder));
+    int documents = 0;
+    for (const fs::path& file : FilesUnder(folder, ".xml")) {
+        if (file.parent_path().filename() == "out")
+            continue;
+        XmlDocument document;
+        EXPECT_TRUE(document.SetText(DecodeDocument(ReadBytes(file)))) << file << ": " << ::testing::PrintToString(document.GetError());
+        ++documents;
+    }
+    EXPECT_GT(documents, 100);
+}
+
+} // namespace
