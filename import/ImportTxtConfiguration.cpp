@@ -1,0 +1,135 @@
+#include "import/ImportTxtConfiguration.h"
+
+#include "textfile/WideText.h"
+#include "xml/ConfigValueCodec.h"
+#include "xml/XmlDocument.h"
+
+#include <algorithm>
+
+namespace {
+
+// Stands for a double quote inside encoded text.
+constexpr WChar kQuoteStandIn = 0x00D7; // "×"
+
+const WChar kCfgFormat[] =
+    u"<?xml version=\"1.0\" encoding=\"utf-8\"?><cfg txtFile=\"%s\" delimiter=\"%s\" comments=\"%s\" "
+    u"mode=\"%d\" colPositions=\"%s\">%s</cfg>";
+const WChar kColFormat[] = u"<col no=\"%d\" name=\"%s\" type=\"%d\" onOff=\"%d\"/>";
+
+void QuotesToStandIn(WString& text) { std::replace(text.begin(), text.end(), u'"', kQuoteStandIn); }
+void StandInToQuotes(WString& text) { std::replace(text.begin(), text.end(), kQuoteStandIn, u'"'); }
+
+WString EncodeText(WString value)
+{
+    QuotesToStandIn(value);
+    return EncodeConfigValue(value);
+}
+
+WString DecodedAttribute(const XmlDocument& document, const WChar* name)
+{
+    return DecodeConfigValue(document.GetAttribute(name));
+}
+
+int NumberAttribute(const XmlDocument& document, const WChar* name)
+{
+    return WideToInt(document.GetAttribute(name));
+}
+
+// "12¤25¤40¤" gives 12, 25, 40; empty pieces are dropped.
+PositionList ReadPositions(const WString& text)
+{
+    FieldList pieces;
+    SplitByDelimiter(text, pieces, kFieldSeparator, 0);
+    PositionList positions;
+    positions.reserve(pieces.size());
+    for (const WString& piece : pieces)
+        positions.push_back(static_cast<std::uint32_t>(WideToInt(piece)));
+    return positions;
+}
+
+WString WritePositions(const PositionList& positions)
+{
+    WString text;
+    for (const std::uint32_t position : positions) {
+        // Written with "%d": a position beyond the int range reads back as it was written.
+        text += IntToWide(static_cast<std::int32_t>(position));
+        text += kFieldSeparator;
+    }
+    return text;
+}
+
+DelimiterList ReadDelimiters(const WString& text)
+{
+    DelimiterList delimiters;
+    delimiters.reserve(text.size());
+    for (const WChar c : text)
+        delimiters.emplace_back(1, c == kQuoteStandIn ? u'"' : c);
+    return delimiters;
+}
+
+boost::shared_ptr<CColumnData> ReadColumn(const XmlDocument& document)
+{
+    auto column = boost::shared_ptr<CColumnData>(new CColumnData);
+    column->SetNo(NumberAttribute(document, u"no"));
+    // Deliberately left with "×" where the name had a double quote.
+    column->SetName(DecodedAttribute(document, u"name"));
+    column->SetType(NumberAttribute(document, u"type"));
+    column->SetOnOff(NumberAttribute(document, u"onOff"));
+    return column;
+}
+
+WString WriteColumn(const CColumnData& column)
+{
+    return FormatWide(kColFormat, {column.GetNo(), EncodeText(column.GetName()), column.GetType(), column.GetOnOff()});
+}
+
+} // namespace
+
+void ImportTxtConfiguration::Clear()
+{
+    txtFile_.clear();
+    delimiters_.clear();
+    comments_.clear();
+    positions_.clear();
+    columns_.clear();
+}
+
+int ImportTxtConfiguration::Parse(const WChar* xml)
+{
+    WString text = xml ? WString(xml) : WString();
+    StandInToQuotes(text);
+    XmlDocument document;
+    document.SetText(text);
+    if (!document.FindElement(u"cfg"))
+        return 0;
+
+    columns_.clear();
+    txtFile_ = DecodedAttribute(document, u"txtFile");
+    delimiters_ = ReadDelimiters(DecodedAttribute(document, u"delimiter"));
+    comments_ = DecodedAttribute(document, u"comments");
+    StandInToQuotes(comments_);
+    StandInToQuotes(txtFile_);
+    mode_ = NumberAttribute(document, u"mode");
+    positions_ = ReadPositions(document.GetAttribute(u"colPositions"));
+
+    document.EnterElement();
+    while (document.FindElement(u"col"))
+        columns_.push_back(ReadColumn(document));
+    return 1;
+}
+
+WString ImportTxtConfiguration::ToXml()
+{
+    WString columns;
+    for (const auto& column : columns_)
+        if (column) // an empty slot has nothing to write
+            columns += WriteColumn(*column);
+    WString delimiters;
+    for (const WString& delimiter : delimiters_)
+        delimiters += delimiter;
+
+    // The record's own path keeps the stand-in: writing changes it, deliberately.
+    QuotesToStandIn(txtFile_);
+    return FormatWide(kCfgFormat, {EncodeConfigValue(txtFile_), EncodeText(delimiters), EncodeText(comments_),
+                                   mode_, WritePositions(positions_), columns});
+}

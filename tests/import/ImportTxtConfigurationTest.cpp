@@ -1,0 +1,319 @@
+#include "import/ImportTxtConfiguration.h"
+
+#include "textfile/Platform.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+const WString kDeclaration = u"<?xml version=\"1.0\" encoding=\"utf-8\"?>";
+
+// Byte forms below are those of Windows-1252.
+class ImportTxtConfigurationTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        saved_ = Platform::AnsiCodePage();
+        Platform::SetAnsiCodePage(1252);
+    }
+    void TearDown() override { Platform::SetAnsiCodePage(saved_); }
+
+private:
+    unsigned saved_ = 0;
+};
+
+boost::shared_ptr<CColumnData> Column(int no, const WString& name, int type, int onOff)
+{
+    auto column = boost::shared_ptr<CColumnData>(new CColumnData);
+    column->SetNo(no);
+    column->SetName(name);
+    column->SetType(type);
+    column->SetOnOff(onOff);
+    return column;
+}
+
+ImportTxtConfiguration ReadBack(ImportTxtConfiguration& written)
+{
+    ImportTxtConfiguration read;
+    EXPECT_EQ(read.Parse(written.ToXml().c_str()), 1);
+    return read;
+}
+
+TEST_F(ImportTxtConfigurationTest, WritesTheFixedTextByteForByte)
+{
+    ImportTxtConfiguration record;
+    record.SetTxtFile(u"C:\\Data\\M\u00fcller & \"Partner\".txt");
+    record.SetDelimiters({u"\t", u";"});
+    record.SetComments(u"#'");
+    record.SetMode(1);
+    record.GetPositions() = {12, 25, 40};
+    record.GetColumns().push_back(Column(0, u"X", kColumnReal, 1));
+    record.GetColumns().push_back(Column(1, u"a=\"b\"", kColumnText, 0));
+
+    EXPECT_EQ(record.ToXml(),
+              kDeclaration +
+                  u"<cfg txtFile=\"C:\\Data\\M=EF=BF=BCller &amp; =EF=BF=97Partner=EF=BF=97.txt\" "
+                  u"delimiter=\"\t;\" comments=\"#&apos;\" mode=\"1\" colPositions=\"12\u00a425\u00a440\u00a4\">"
+                  u"<col no=\"0\" name=\"X\" type=\"5001\" onOff=\"1\"/>"
+                  u"<col no=\"1\" name=\"a=3D=EF=BF=97b=EF=BF=97\" type=\"5005\" onOff=\"0\"/></cfg>");
+}
+
+TEST_F(ImportTxtConfigurationTest, NewRecordWritesEmptyAttributes)
+{
+    ImportTxtConfiguration record;
+    EXPECT_EQ(record.ToXml(),
+              kDeclaration + u"<cfg txtFile=\"\" delimiter=\"\" comments=\"\" mode=\"0\" colPositions=\"\"></cfg>");
+    const ImportTxtConfiguration read = ReadBack(record);
+    EXPECT_TRUE(read.GetPositions().empty());
+    EXPECT_TRUE(read.GetDelimiters().empty());
+    EXPECT_TRUE(read.GetColumns().empty());
+}
+
+TEST_F(ImportTxtConfigurationTest, AwkwardTextsSurviveARoundTripExceptWhereDeliberatelyNot)
+{
+    const struct {
+        const char16_t* written;
+        const char16_t* pathReadBack;
+        const char16_t* nameReadBack;
+    } cases[] = {
+        {u"C:\\Data\\plain.txt", u"C:\\Data\\plain.txt", u"C:\\Data\\plain.txt"},
+        {u"a \"quoted\" path", u"a \"quoted\" path", u"a \u00d7quoted\u00d7 path"},
+        {u"R&D <x> 'y' a=b", u"R&D <x> 'y' a=b", u"R&D <x> 'y' a=b"},
+        {u"M\u00fcller Stra\u00dfe \u20ac \u00e9", u"M\u00fcller Stra\u00dfe \u20ac \u00e9", u"M\u00fcller Stra\u00dfe \u20ac \u00e9"},
+        {u"1\u00a42\t3", u"1\u00a42\t3", u"1\u00a42\t3"},
+        {u"=3D=EF", u"=3D=EF", u"=3D=EF"},
+        {u"a\u00d7b", u"a\"b", u"a\u00d7b"},  // the stand-in itself reads back as a quote in paths
+        {u"&lt;", u"<", u"<"},                 // a typed reference is kept, then unescaped twice
+        {u"", u"", u""},
+    };
+    for (const auto& c : cases) {
+        ImportTxtConfiguration record;
+        record.SetTxtFile(c.written);
+        record.SetComments(c.written);
+        record.GetColumns().push_back(Column(0, c.written, kColumnText, 1));
+        const WString xml = record.ToXml();
+        for (const WChar unit : xml.substr(kDeclaration.size()))
+            EXPECT_TRUE(unit < 0x80 || unit == 0xA4) << "raw character in " << ::testing::PrintToString(xml);
+        ImportTxtConfiguration read;
+        ASSERT_EQ(read.Parse(xml.c_str()), 1) << ::testing::PrintToString(xml);
+        EXPECT_EQ(read.GetTxtFile(), WString(c.pathReadBack)) << ::testing::PrintToString(xml);
+        EXPECT_EQ(read.GetComments(), WString(c.pathReadBack)) << ::testing::PrintToString(xml);
+        ASSERT_EQ(read.GetColumns().size(), 1u);
+        EXPECT_EQ(read.GetColumns()[0]->GetName(), WString(c.nameReadBack)) << ::testing::PrintToString(xml);
+    }
+}
+
+TEST_F(ImportTxtConfigurationTest, WritingChangesTheRecordsOwnPathOnly)
+{
+    ImportTxtConfiguration record;
+    record.SetTxtFile(u"C:\\\"x\".txt");
+    record.SetComments(u"\"");
+    record.SetDelimiters({u"\""});
+    record.GetColumns().push_back(Column(0, u"\"n\"", kColumnText, 1));
+    record.ToXml();
+    EXPECT_EQ(record.GetTxtFile(), u"C:\\\u00d7x\u00d7.txt");
+    EXPECT_EQ(record.GetComments(), u"\"");
+    EXPECT_EQ(record.GetDelimiters(), DelimiterList{u"\""});
+    EXPECT_EQ(record.GetColumns()[0]->GetName(), u"\"n\"");
+    // Written again, the changed path gives the same text.
+    const WString first = record.ToXml();
+    EXPECT_EQ(record.ToXml(), first);
+}
+
+TEST_F(ImportTxtConfigurationTest, DelimitersComeBackOneCharacterEach)
+{
+    ImportTxtConfiguration record;
+    record.SetDelimiters({u"\t", u";", u"ab", u"\"", u"\u00d7"});
+    const WString xml = record.ToXml();
+    EXPECT_NE(xml.find(u"delimiter=\"\t;ab=EF=BF=97=EF=BF=97\""), WString::npos) << ::testing::PrintToString(xml);
+    EXPECT_EQ(ReadBack(record).GetDelimiters(), (DelimiterList{u"\t", u";", u"a", u"b", u"\"", u"\""}));
+}
+
+TEST_F(ImportTxtConfigurationTest, PositionsAreWrittenWithATrailingSeparator)
+{
+    ImportTxtConfiguration record;
+    record.GetPositions() = {12, 25, 40};
+    EXPECT_NE(record.ToXml().find(u"colPositions=\"12\u00a425\u00a440\u00a4\""), WString::npos);
+    EXPECT_EQ(ReadBack(record).GetPositions(), (PositionList{12, 25, 40}));
+}
+
+TEST_F(ImportTxtConfigurationTest, ReadsPositionsDroppingEmptyPiecesAndNonNumbersAsZero)
+{
+    const struct {
+        const char16_t* attribute;
+        PositionList positions;
+    } cases[] = {
+        {u"", {}},
+        {u"12\u00a425", {12, 25}},
+        {u"\u00a4\u00a45\u00a4abc\u00a47\u00a4", {5, 0, 7}},
+        {u" 8x\u00a4+9\u00a4", {8, 9}},
+        {u"-1\u00a4", {0xFFFFFFFFu}},
+    };
+    for (const auto& c : cases) {
+        ImportTxtConfiguration record;
+        ASSERT_EQ(record.Parse((u"<cfg colPositions=\"" + WString(c.attribute) + u"\"/>").c_str()), 1);
+        EXPECT_EQ(record.GetPositions(), c.positions) << ::testing::PrintToString(WString(c.attribute));
+    }
+    ImportTxtConfiguration wide;
+    wide.GetPositions() = {0xFFFFFFFFu};
+    EXPECT_NE(wide.ToXml().find(u"colPositions=\"-1\u00a4\""), WString::npos);
+}
+
+TEST_F(ImportTxtConfigurationTest, NumbersThatAreNotNumbersReadAsZero)
+{
+    ImportTxtConfiguration record;
+    ASSERT_EQ(record.Parse(u"<cfg mode=\"fixed\"><col no=\"abc\" type=\"5010x\" onOff=\" 1\"/><col/></cfg>"), 1);
+    EXPECT_EQ(record.GetMode(), 0);
+    ASSERT_EQ(record.GetColumns().size(), 2u);
+    EXPECT_EQ(record.GetColumns()[0]->GetNo(), 0);
+    EXPECT_EQ(record.GetColumns()[0]->GetType(), kColumnInteger);
+    EXPECT_EQ(record.GetColumns()[0]->GetOnOff(), 1);
+    const CColumnData& bare = *record.GetColumns()[1];
+    EXPECT_EQ(bare.GetNo(), 0);
+    EXPECT_EQ(bare.GetName(), u"");
+    EXPECT_EQ(bare.GetType(), 0);
+    EXPECT_EQ(bare.GetOnOff(), 0);
+}
+
+TEST_F(ImportTxtConfigurationTest, TextWithoutCfgLeavesTheRecordAsItWas)
+{
+    const char16_t* texts[] = {nullptr, u"", u"not xml", u"<other/>", u"<x><cfg/></x>", u"<!-- <cfg/> -->"};
+    for (const char16_t* text : texts) {
+        ImportTxtConfiguration record;
+        record.SetTxtFile(u"keep.txt");
+        record.SetDelimiters({u","});
+        record.SetComments(u"#");
+        record.SetMode(1);
+        record.GetPositions() = {3};
+        record.GetColumns().push_back(Column(2, u"Z", kColumnReal, 1));
+        EXPECT_EQ(record.Parse(text), 0);
+        EXPECT_EQ(record.GetTxtFile(), u"keep.txt");
+        EXPECT_EQ(record.GetDelimiters(), DelimiterList{u","});
+        EXPECT_EQ(record.GetComments(), u"#");
+        EXPECT_EQ(record.GetMode(), 1);
+        EXPECT_EQ(record.GetPositions(), PositionList{3});
+        EXPECT_EQ(record.GetColumns().size(), 1u);
+    }
+}
+
+TEST_F(ImportTxtConfigurationTest, ParseReplacesEveryFieldEvenWhenAttributesAreMissing)
+{
+    ImportTxtConfiguration record;
+    record.SetTxtFile(u"old.txt");
+    record.SetDelimiters({u","});
+    record.SetComments(u"#");
+    record.SetMode(1);
+    record.GetPositions() = {3};
+    record.GetColumns().push_back(Column(2, u"Z", kColumnReal, 1));
+    ASSERT_EQ(record.Parse(u"<cfg/>"), 1);
+    EXPECT_EQ(record.GetTxtFile(), u"");
+    EXPECT_TRUE(record.GetDelimiters().empty());
+    EXPECT_EQ(record.GetComments(), u"");
+    EXPECT_EQ(record.GetMode(), 0);
+    EXPECT_TRUE(record.GetPositions().empty());
+    EXPECT_TRUE(record.GetColumns().empty());
+}
+
+TEST_F(ImportTxtConfigurationTest, ColumnsKeepDocumentOrderAndDuplicates)
+{
+    ImportTxtConfiguration record;
+    ASSERT_EQ(record.Parse(u"<cfg><col no=\"3\" name=\"c\"/><x/><col no=\"1\" name=\"a\"/><col no=\"1\" name=\"b\"/></cfg>"),
+              1);
+    ASSERT_EQ(record.GetColumns().size(), 3u);
+    EXPECT_EQ(record.GetColumns()[0]->GetNo(), 3);
+    EXPECT_EQ(record.GetColumns()[1]->GetName(), u"a");
+    EXPECT_EQ(record.GetColumns()[2]->GetNo(), 1);
+    EXPECT_EQ(record.GetColumns()[2]->GetName(), u"b");
+}
+
+TEST_F(ImportTxtConfigurationTest, LiteralStandInsInTheTextBecomeQuotesBeforeParsing)
+{
+    ImportTxtConfiguration record;
+    ASSERT_EQ(record.Parse(u"<cfg txtFile='a\u00d7b'><col name='n\u00d7'/></cfg>"), 1);
+    EXPECT_EQ(record.GetTxtFile(), u"a\"b");
+    EXPECT_EQ(record.GetColumns()[0]->GetName(), u"n\"");
+    // Inside double quotes the stand-in ends the value and leaves the tag open.
+    EXPECT_EQ(record.Parse(u"<cfg txtFile=\"a\u00d7b\"/>"), 0);
+}
+
+TEST_F(ImportTxtConfigurationTest, BrokenTextStillYieldsWhatCouldBeMatched)
+{
+    ImportTxtConfiguration record;
+    ASSERT_EQ(record.Parse(u"<cfg txtFile=\"p.txt\" mode=\"1\"><col no=\"4\"><col no=\"5\"/></cfg>"), 1);
+    EXPECT_EQ(record.GetTxtFile(), u"p.txt");
+    EXPECT_EQ(record.GetMode(), 1);
+    ASSERT_EQ(record.GetColumns().size(), 2u);
+    EXPECT_EQ(record.GetColumns()[1]->GetNo(), 5);
+    // A cfg that is never ended hands its columns to the top level, where they are not read.
+    ASSERT_EQ(record.Parse(u"<cfg txtFile=\"q.txt\"><col no=\"4\"/>"), 1);
+    EXPECT_EQ(record.GetTxtFile(), u"q.txt");
+    EXPECT_TRUE(record.GetColumns().empty());
+}
+
+TEST_F(ImportTxtConfigurationTest, ClearEmptiesEverythingButTheMode)
+{
+    ImportTxtConfiguration record;
+    record.SetTxtFile(u"a");
+    record.SetDelimiters({u","});
+    record.SetComments(u"#");
+    record.SetMode(1);
+    record.GetPositions() = {3};
+    record.GetColumns().push_back(Column(2, u"Z", kColumnReal, 1));
+    record.Clear();
+    EXPECT_EQ(record.GetTxtFile(), u"");
+    EXPECT_TRUE(record.GetDelimiters().empty());
+    EXPECT_EQ(record.GetComments(), u"");
+    EXPECT_EQ(record.GetMode(), 1);
+    EXPECT_TRUE(record.GetPositions().empty());
+    EXPECT_TRUE(record.GetColumns().empty());
+}
+
+TEST_F(ImportTxtConfigurationTest, GeneratedRecordsRoundTrip)
+{
+    const WString pieces[] = {u"\"", u"&", u"=", u"\u00e9", u"\u00a4", u"\t", u"<", u"'", u"x", u"\\", u" ", u"&amp"};
+    unsigned seed = 12345;
+    const auto next = [&seed] { return (seed = seed * 1103515245u + 12345u) >> 16; };
+    for (int round = 0; round < 200; ++round) {
+        ImportTxtConfiguration record;
+        WString path;
+        for (unsigned i = next() % 12; i > 0; --i)
+            path += pieces[next() % 12];
+        record.SetTxtFile(path);
+        record.SetComments(path);
+        record.SetMode(static_cast<int>(next() % 3));
+        for (unsigned i = next() % 5; i > 0; --i)
+            record.GetPositions().push_back(next() % 300);
+        for (unsigned i = next() % 6; i > 0; --i)
+            record.GetColumns().push_back(Column(static_cast<int>(next() % 9), path, kColumnInteger, 1));
+
+        const ImportTxtConfiguration read = ReadBack(record);
+        EXPECT_EQ(read.GetTxtFile(), path) << ::testing::PrintToString(path);
+        EXPECT_EQ(read.GetComments(), path);
+        EXPECT_EQ(read.GetMode(), record.GetMode());
+        EXPECT_EQ(read.GetPositions(), record.GetPositions());
+        ASSERT_EQ(read.GetColumns().size(), record.GetColumns().size());
+        WString name = path;
+        for (WChar& c : name)
+            if (c == u'"')
+                c = 0x00D7;
+        for (std::size_t i = 0; i < read.GetColumns().size(); ++i) {
+            EXPECT_EQ(read.GetColumns()[i]->GetNo(), record.GetColumns()[i]->GetNo());
+            EXPECT_EQ(read.GetColumns()[i]->GetName(), name);
+        }
+    }
+}
+
+TEST_F(ImportTxtConfigurationTest, TenThousandColumnsRoundTrip)
+{
+    ImportTxtConfiguration record;
+    for (int i = 0; i < 10000; ++i)
+        record.GetColumns().push_back(Column(i, u"C" + std::u16string(1, static_cast<WChar>(u'a' + i % 26)), kColumnReal, 1));
+    const ImportTxtConfiguration read = ReadBack(record);
+    ASSERT_EQ(read.GetColumns().size(), 10000u);
+    EXPECT_EQ(read.GetColumns()[9999]->GetNo(), 9999);
+    EXPECT_EQ(read.GetColumns()[9999]->GetName(), u"Cp");
+}
+
+} // namespace
