@@ -72,6 +72,11 @@ private:
     int nextDrawPosition_ = 0;
     long long lastDrawMicroseconds_ = 0;
     WString text_;
+    // The bar as SaveState found it, for RestoreState.
+    WString savedText_;
+    int savedLower_ = 0;
+    int savedUpper_ = 0;
+    int savedPosition_ = 0;
 };
 
 class VELTOGIS_API CUtility {

@@ -1,0 +1,110 @@
+#include "host/GisUtility.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace VeltoGis {
+namespace {
+
+struct MessageText {
+    unsigned int id;
+    const WChar* text;
+};
+
+// The English texts of the messages the text-file module uses, sorted by number. 60043 and
+// 7876 are format strings with the file path as their one %s argument.
+constexpr MessageText kMessages[] = {
+    {49, WTEXT("File exists")},
+    {60, WTEXT("OK")},
+    {67, WTEXT("Cancel")},
+    {250, WTEXT("Text file")},
+    {264, WTEXT("Format")},
+    {276, WTEXT("Please enter the path of the output file.")},
+    {425, WTEXT("Name")},
+    {464, WTEXT("Column")},
+    {910, WTEXT("Import")},
+    {2620, WTEXT("Type")},
+    {3204, WTEXT("Other")},
+    {3205, WTEXT("Tab")},
+    {3206, WTEXT("Space")},
+    {3207, WTEXT("Delimiter")},
+    {3208, WTEXT("Label")},
+    {3229, WTEXT("Remove all column breaks")},
+    {4048, WTEXT("Exporting to text file...")},
+    {4563, WTEXT("File")},
+    {7866, WTEXT("Text file export")},
+    {7867, WTEXT("Text file export settings")},
+    {7868, WTEXT("Output file:")},
+    {7869, WTEXT("Comment:")},
+    {7870, WTEXT("Delimiter:")},
+    {7871, WTEXT("Write a header line")},
+    {7872, WTEXT("Please enter a delimiter.")},
+    {7873, WTEXT("Text file import")},
+    {7874, WTEXT("Imports points, lines, polygons, table rows and point clouds from delimited or "
+                 "fixed-width text files")},
+    {7875, WTEXT("Importing text file...")},
+    {7876, WTEXT("The file %s already exists. Overwrite it, append to it, or cancel the export?")},
+    {7877, WTEXT("Overwrite")},
+    {7878, WTEXT("Append")},
+    {8481, WTEXT("The X and Y coordinates must be bound to columns of the file.")},
+    {8482, WTEXT("The entity name must be bound to a column of the file.")},
+    {9001, WTEXT("The start and end node names must be bound to columns of the file.")},
+    {60043, WTEXT("Cannot open the file %s.")},
+    {61050, WTEXT("Encoding")},
+};
+
+constexpr bool IsSortedById()
+{
+    for (std::size_t i = 1; i < std::size(kMessages); ++i) {
+        if (kMessages[i - 1].id >= kMessages[i].id)
+            return false;
+    }
+    return true;
+}
+static_assert(IsSortedById(), "the message table is searched by bisection");
+
+// Icons are opaque handles to the module; each known name has one handle for the process.
+struct IconName {
+    const WChar* name;
+    int handle;
+};
+IconName icons[] = {{WTEXT("IDI_OPEN"), 0}, {WTEXT("IDI_DELETE"), 0}};
+
+HostIcon FindIcon(const WChar* name)
+{
+    if (!name)
+        return nullptr;
+    for (IconName& icon : icons) {
+        if (std::basic_string_view<WChar>(icon.name) == name)
+            return &icon.handle;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+CModuleConfiguration* CModuleConfiguration::Instance()
+{
+    static CModuleConfiguration configuration;
+    return &configuration;
+}
+
+WString CModuleConfiguration::GetMsg(unsigned int id) const
+{
+    const auto found = std::lower_bound(std::begin(kMessages), std::end(kMessages), id,
+                                        [](const MessageText& message, unsigned int key) { return message.id < key; });
+    if (found == std::end(kMessages) || found->id != id)
+        return WString();
+    return found->text;
+}
+
+HostIcon CModuleConfiguration::GetIcon(const WChar* name) const { return FindIcon(name); }
+
+HostIcon CModuleConfiguration::LoadImageW(const WChar* name, unsigned int /*type*/, int /*cx*/, int /*cy*/,
+                                          unsigned int /*flags*/) const
+{
+    return FindIcon(name);
+}
+
+} // namespace VeltoGis

@@ -1,0 +1,109 @@
+#include "host/GisUtility.h"
+#include "refhost/Utf8.h"
+
+#include <fast_float/fast_float.h>
+#include <sys/stat.h>
+
+#include <string>
+
+namespace VeltoGis {
+namespace Utility {
+namespace {
+
+// The blanks the C library's atof skips.
+bool IsBlank(WChar c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+bool IsDigit(WChar c) { return c >= '0' && c <= '9'; }
+
+const WChar* SkipDigits(const WChar* p)
+{
+    while (IsDigit(*p))
+        ++p;
+    return p;
+}
+
+// The end of the longest decimal number at text (without its sign): digits, an optional
+// '.' or ',' with digits, an optional exponent that has digits. Null when there is no digit
+// before the exponent.
+const WChar* NumberEnd(const WChar* text)
+{
+    const WChar* p = SkipDigits(text);
+    bool hasDigits = p != text;
+    if (*p == '.' || *p == ',') {
+        const WChar* fraction = p + 1;
+        p = SkipDigits(fraction);
+        hasDigits = hasDigits || p != fraction;
+    }
+    if (!hasDigits)
+        return nullptr;
+    if (*p == 'e' || *p == 'E') {
+        const WChar* exponent = p + 1;
+        if (*exponent == '+' || *exponent == '-')
+            ++exponent;
+        if (IsDigit(*exponent))
+            p = SkipDigits(exponent);
+    }
+    return p;
+}
+
+// Parses the number [first, last), whose units are ASCII digits, one separator, 'e' or 'E'
+// and an exponent sign, through a narrow copy with '.' as the separator.
+double ParseNarrowed(const WChar* first, const WChar* last)
+{
+    constexpr std::size_t kStackUnits = 96; // room for any ordinary field without allocating
+    const auto length = static_cast<std::size_t>(last - first);
+    char stackBuffer[kStackUnits];
+    std::string longNumber;
+    char* narrow = stackBuffer;
+    if (length > kStackUnits) {
+        longNumber.resize(length);
+        narrow = &longNumber[0];
+    }
+    for (std::size_t i = 0; i < length; ++i)
+        narrow[i] = first[i] == ',' ? '.' : static_cast<char>(first[i]);
+    double value = 0.0;
+    fast_float::from_chars(narrow, narrow + length, value);
+    return value;
+}
+
+} // namespace
+
+double CUtility::AtoF(const WChar* text)
+{
+    if (!text)
+        return 0.0;
+    while (IsBlank(*text))
+        ++text;
+    const bool negative = *text == '-';
+    if (*text == '-' || *text == '+')
+        ++text;
+    const WChar* end = NumberEnd(text);
+    if (!end)
+        return 0.0;
+    const double value = ParseNarrowed(text, end);
+    return negative ? -value : value;
+}
+
+int CUtility::FileExists(const WChar* path, int /*flags*/)
+{
+    if (!path || !*path)
+        return 0;
+    struct stat status;
+    if (stat(refhost::ToUtf8(path).c_str(), &status) != 0)
+        return 0;
+    return S_ISREG(status.st_mode) ? 1 : 0;
+}
+
+int CUtility::GetStringIndex(CStringArray& strings, const WChar* text)
+{
+    if (!text)
+        return -1;
+    for (std::size_t i = 0; i < strings.size(); ++i) {
+        if (strings[i] == text)
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+} // namespace Utility
+} // namespace VeltoGis

@@ -1,0 +1,145 @@
+#include "host/GisData.h"
+#include "host/GisSystem.h"
+#include "host/GisUtility.h"
+#include "refhost/testing/TestText.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <cstring>
+#include <random>
+
+using VeltoGis::Data::CDataBox;
+using VeltoGis::Data::CDataDefinition;
+using VeltoGis::Data::CDataRW;
+using VeltoGis::System::CSystemManager;
+using VeltoGis::Topology::CEntity;
+using VeltoGis::Utility::CUtility;
+using refhost::testing::U8;
+
+namespace {
+
+CDataBox Integer(int value)
+{
+    CDataBox box;
+    box.SetValue(value);
+    return box;
+}
+
+CDataBox Real(double value)
+{
+    CDataBox box;
+    box.SetValue(value);
+    return box;
+}
+
+CDataBox Text(const WChar* text) { return CDataBox(text); }
+
+} // namespace
+
+TEST(DataBox, TextFormByKind)
+{
+    const struct {
+        CDataBox box;
+        const char* text;
+    } cases[] = {
+        {CDataBox(), ""},
+        {CDataBox(nullptr), ""},
+        {Integer(0), "0"},
+        {Integer(-42), "-42"},
+        {Integer(INT_MIN), "-2147483648"},
+        {Real(456789.123), "456789.123"},
+        {Real(0.1), "0.1"},
+        {Real(-2.5), "-2.5"},
+        {Real(1e21), "1e+21"},
+        {Real(100.0), "100"},
+        {Real(-0.0), "-0"},
+        {Text(WTEXT("P1234567")), "P1234567"},
+        {Text(WTEXT("")), ""},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(U8(c.box), c.text);
+}
+
+TEST(DataBox, RealTextReadsBackToTheSameDouble)
+{
+    std::mt19937_64 random(99);
+    for (int i = 0; i < 100000; ++i) {
+        const std::uint64_t bits = random();
+        double value;
+        std::memcpy(&value, &bits, sizeof value);
+        if (!std::isfinite(value))
+            continue;
+        const WString text = Real(value);
+        const double back = CUtility::AtoF(text.c_str());
+        ASSERT_EQ(std::memcmp(&back, &value, sizeof value), 0) << U8(text);
+    }
+}
+
+TEST(DataBox, EqualityNeedsEqualKindsAndValues)
+{
+    EXPECT_EQ(CDataBox(), CDataBox());
+    EXPECT_EQ(Integer(0), Integer(0));
+    EXPECT_EQ(Real(0.0), Real(0.0));
+    EXPECT_EQ(Real(0.0), Real(-0.0));
+    EXPECT_EQ(Text(WTEXT("")), Text(WTEXT("")));
+    EXPECT_EQ(Text(WTEXT("AB12")), Text(WTEXT("AB12")));
+
+    EXPECT_NE(Integer(0), Real(0.0));
+    EXPECT_NE(Real(0.0), Text(WTEXT("0")));
+    EXPECT_NE(CDataBox(), Text(WTEXT("")));
+    EXPECT_NE(CDataBox(), Integer(0));
+    EXPECT_NE(Text(WTEXT("AB12")), Text(WTEXT("ab12")));
+    EXPECT_NE(Real(1.0), Real(std::nextafter(1.0, 2.0)));
+    EXPECT_NE(Real(NAN), Real(NAN));
+}
+
+TEST(DataBox, SettingAValueReplacesKindAndValue)
+{
+    CDataBox box(WTEXT("12"));
+    EXPECT_TRUE(box.IsNotNull());
+    box.SetValue(12);
+    EXPECT_EQ(box.GetKind(), CDataBox::Kind::Integer);
+    EXPECT_EQ(U8(box), "12");
+    box.SetNull();
+    EXPECT_FALSE(box.IsNotNull());
+    EXPECT_EQ(U8(box), "");
+    box.SetValue(static_cast<const WChar*>(nullptr));
+    EXPECT_FALSE(box.IsNotNull());
+}
+
+TEST(DataRW, ReadsTheFieldNamedByTheDefinition)
+{
+    CEntity entity;
+    entity.SetField(WTEXT("HEIGHT"), Real(301.25));
+    entity.SetField(WTEXT("CODE"), Text(WTEXT("TREE")));
+    entity.SetField(WTEXT("HEIGHT"), Real(302.5)); // replaces the earlier value
+
+    CDataDefinition height;
+    height.SetDataID(WTEXT("HEIGHT"));
+    CDataDefinition missing;
+    missing.SetDataID(WTEXT("WIDTH"));
+    auto* system = CSystemManager::Instance()->GetActiveSystem();
+
+    CDataBox value;
+    EXPECT_EQ(CDataRW::Read(&height, &entity, value, 0, system), 1);
+    EXPECT_EQ(value, Real(302.5));
+
+    CDataBox untouched;
+    EXPECT_EQ(CDataRW::Read(&missing, &entity, untouched, 0, system), 0);
+    EXPECT_FALSE(untouched.IsNotNull());
+    EXPECT_EQ(CDataRW::Read(nullptr, &entity, untouched, 0, system), 0);
+    EXPECT_EQ(CDataRW::Read(&height, nullptr, untouched, 0, system), 0);
+}
+
+TEST(SystemManager, HasAnActiveDrawingUntilReplaced)
+{
+    CSystemManager* manager = CSystemManager::Instance();
+    auto* drawing = manager->GetActiveSystem();
+    ASSERT_NE(drawing, nullptr);
+    manager->SetActiveSystem(nullptr);
+    EXPECT_EQ(manager->GetActiveSystem(), nullptr);
+    manager->SetActiveSystem(drawing);
+    EXPECT_EQ(manager->GetActiveSystem(), drawing);
+}

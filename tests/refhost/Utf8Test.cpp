@@ -1,0 +1,60 @@
+#include "refhost/Utf8.h"
+#include "refhost/testing/TempDir.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using refhost::FromUtf8;
+using refhost::ToUtf8;
+
+TEST(Utf8, RoundTripsEveryPlane)
+{
+    const std::string texts[] = {"", "P1 456789.123", "Grüße ¤ €", "日本語", "𝄞 clef", std::string("a\0b", 3)};
+    for (const std::string& text : texts)
+        EXPECT_EQ(ToUtf8(FromUtf8(text)), text);
+    EXPECT_EQ(FromUtf8("𝄞"), WString(u"\xD834\xDD1E"));
+    EXPECT_EQ(FromUtf8("¤"), WString(u"\x00A4"));
+}
+
+TEST(Utf8, EveryBadByteBecomesOneReplacementCharacter)
+{
+    const struct {
+        std::string bytes;
+        WString text;
+    } cases[] = {
+        {"\xFF" "a", u"\xFFFD" "a"},
+        {"\xC3", u"\xFFFD"},                       // cut sequence
+        {"\xC3" "a", u"\xFFFD" "a"},
+        {"\xC0\xAF", u"\xFFFD\xFFFD"},             // overlong
+        {"\xE0\x80\xAF", u"\xFFFD\xFFFD\xFFFD"},   // overlong
+        {"\xED\xA0\x80", u"\xFFFD\xFFFD\xFFFD"},   // an encoded surrogate
+        {"\xF4\x90\x80\x80", u"\xFFFD\xFFFD\xFFFD\xFFFD"}, // beyond U+10FFFF
+        {"\x80", u"\xFFFD"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(FromUtf8(c.bytes), c.text) << c.bytes;
+}
+
+TEST(Utf8, UnpairedSurrogatesBecomeReplacementCharacters)
+{
+    EXPECT_EQ(ToUtf8(WString(u"a\xD800")), "a\xEF\xBF\xBD");
+    EXPECT_EQ(ToUtf8(WString(u"\xDC00" "b")), "\xEF\xBF\xBD" "b");
+    EXPECT_EQ(ToUtf8(static_cast<const WChar*>(nullptr)), "");
+}
+
+TEST(TempDir, WritesExactBytesAndRemovesEverythingAfterwards)
+{
+    std::string folder;
+    {
+        refhost::testing::TempDir temp;
+        const std::string bytes("\xFF\xFE" "a\0\r\0\n\0", 8);
+        const WString path = temp.WriteFile("utf16.txt", bytes);
+        EXPECT_EQ(path, FromUtf8(temp.Path() + "/utf16.txt"));
+        EXPECT_EQ(temp.ReadFile("utf16.txt"), bytes);
+        EXPECT_EQ(temp.ReadFile("missing.txt"), "");
+        folder = temp.Path();
+        EXPECT_TRUE(std::filesystem::is_directory(folder));
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder));
+}
