@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <new>
 
 using refhost::testing::TempDir;
 using refhost::testing::W;
@@ -101,17 +100,6 @@ TEST_F(CadShimTest, CommandStackAddsAndRemovesGroups)
     EXPECT_EQ(calls[2].groupName, WTEXT("TESSEL"));
 }
 
-TEST_F(CadShimTest, ClassTreeCallsAreCounted)
-{
-    acrxBuildClassHierarchy();
-    acrxBuildClassHierarchy();
-    deleteAcRxClassBranch(nullptr);
-    EXPECT_EQ(CadShim::ClassHierarchyBuildCount(), 2);
-    EXPECT_EQ(CadShim::ClassBranchDeleteCount(), 1);
-    CadShim::ClearRecordings();
-    EXPECT_EQ(CadShim::ClassHierarchyBuildCount(), 0);
-}
-
 TEST_F(CadShimTest, ScriptingFunctionsAreDefinedInvokedAndUndefined)
 {
     EXPECT_EQ(acedDefun(WTEXT("c:txtin"), 7), RTNORM);
@@ -165,17 +153,4 @@ TEST_F(CadShimTest, FindFileSearchesTheSupportPath)
     EXPECT_EQ(WString(result), folder.FilePath("support.txt"));
     EXPECT_EQ(acedFindFile(WTEXT("support.txt"), result, 4), RTERROR);
     EXPECT_EQ(acedFindFile(WTEXT("missing.txt"), result, 4096), RTERROR);
-}
-
-TEST(RxModule, KeepsTheRecordItWasCreatedFrom)
-{
-    int handle = 0;
-    OdRxModuleRecord record{WTEXT("VeltoXTessel"), &handle};
-    void* block = odrxAlloc(sizeof(OdRxModule));
-    ASSERT_NE(block, nullptr);
-    auto* module = new (block) OdRxModule(record);
-    EXPECT_EQ(module->moduleName(), WTEXT("VeltoXTessel"));
-    EXPECT_EQ(module->moduleHandle(), &handle);
-    module->~OdRxModule();
-    odrxFree(block);
 }

@@ -95,20 +95,6 @@ TEST(DataBox, EqualityNeedsEqualKindsAndValues)
     EXPECT_NE(Real(NAN), Real(NAN));
 }
 
-TEST(DataBox, SettingAValueReplacesKindAndValue)
-{
-    CDataBox box(WTEXT("12"));
-    EXPECT_TRUE(box.IsNotNull());
-    box.SetValue(12);
-    EXPECT_EQ(box.GetKind(), CDataBox::Kind::Integer);
-    EXPECT_EQ(U8(box), "12");
-    box.SetNull();
-    EXPECT_FALSE(box.IsNotNull());
-    EXPECT_EQ(U8(box), "");
-    box.SetValue(static_cast<const WChar*>(nullptr));
-    EXPECT_FALSE(box.IsNotNull());
-}
-
 TEST(DataRW, ReadsTheFieldNamedByTheDefinition)
 {
     CEntity entity;
@@ -131,15 +117,4 @@ TEST(DataRW, ReadsTheFieldNamedByTheDefinition)
     EXPECT_FALSE(untouched.IsNotNull());
     EXPECT_EQ(CDataRW::Read(nullptr, &entity, untouched, 0, system), 0);
     EXPECT_EQ(CDataRW::Read(&height, nullptr, untouched, 0, system), 0);
-}
-
-TEST(SystemManager, HasAnActiveDrawingUntilReplaced)
-{
-    CSystemManager* manager = CSystemManager::Instance();
-    auto* drawing = manager->GetActiveSystem();
-    ASSERT_NE(drawing, nullptr);
-    manager->SetActiveSystem(nullptr);
-    EXPECT_EQ(manager->GetActiveSystem(), nullptr);
-    manager->SetActiveSystem(drawing);
-    EXPECT_EQ(manager->GetActiveSystem(), drawing);
 }

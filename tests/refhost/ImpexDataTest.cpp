@@ -151,14 +151,3 @@ TEST(ImpexEntity, ReportsWhatWasSetAndKeepsValuesInOrder)
     EXPECT_TRUE(point.HasPosition());
     EXPECT_EQ(point.GetPosition().y, 2.0);
 }
-
-TEST(ImportDefinition, NullConfigurationIsStoredAsEmpty)
-{
-    CImportDefinition definition;
-    definition.SetImporterConfiguration(WTEXT("<cfg/>"));
-    definition.SetImporterConfiguration(nullptr);
-    definition.SetImporterConfigurationNode(nullptr);
-    EXPECT_EQ(definition.GetImporterConfiguration(), WTEXT(""));
-    EXPECT_EQ(definition.GetImporterConfigurationNode(), WTEXT(""));
-    EXPECT_EQ(definition.GetEntityType(), VeltoGis::EntityTypeNone);
-}
