@@ -2,10 +2,12 @@
 // The one place where the module reaches the operating system: files and code pages.
 // Shaped after the Win32 calls the module uses on Windows (CreateFileW, ReadFile,
 // WriteFile, SetFilePointer, GetFileSize, CloseHandle, MultiByteToWideChar,
-// WideCharToMultiByte); on Linux it is POSIX file calls and iconv.
+// WideCharToMultiByte); on Linux it is POSIX file calls and iconv. One implementation file
+// per system (…Posix.cpp, …Windows.cpp); what does not depend on the system sits beside them.
 // Nothing here throws or prints; failures are reported through the results.
 
 #include "host/Text.h"
+#include "textfile/CodePage.h"
 
 #include <cstdint>
 
@@ -23,33 +25,65 @@ enum class FileCreation {
 enum class SeekOrigin { Begin, End };
 
 // Opens a file; others may read it meanwhile, nobody else may write (where the system
-// can enforce that). Returns kInvalidFile on failure (missing file, a directory, no rights).
+// can enforce that). Returns kInvalidFile on failure: a missing file, a directory (also
+// for reading), no rights, an empty or unconvertible path.
 FileHandle OpenFile(const WChar* path, FileAccess access, FileCreation creation);
 // Reads up to size bytes; *bytesRead is 0 at end of file. False on an I/O error.
 bool ReadFile(FileHandle file, void* buffer, std::uint32_t size, std::uint32_t* bytesRead);
-// Writes size bytes; false when not all of them could be written.
+// Writes size bytes; false when not all of them could be written (*bytesWritten tells how
+// many were).
 bool WriteFile(FileHandle file, const void* data, std::uint32_t size, std::uint32_t* bytesWritten);
-// The low 32 bits of the file's size (0 on failure).
-std::uint32_t FileSizeLow(FileHandle file);
+// The file's whole size in bytes; false when the system cannot tell.
+bool FileSize(FileHandle file, std::uint64_t* size);
 bool SeekFile(FileHandle file, std::int64_t offset, SeekOrigin origin);
 bool CloseFile(FileHandle file);
 
+// The system's error number (errno; GetLastError on Windows) of the most recent failed call
+// above on this thread, for callers that want to name the cause. Injected faults report EIO
+// for open and read failures and ENOSPC for write failures.
+int LastError();
+
 // Code page 0 stands for the system's ANSI code page. On Linux that is a setting:
 // Windows-1252 unless the environment variable TESSEL_CODEPAGE names another
-// (e.g. 1250), or SetAnsiCodePage changed it.
+// (e.g. 1250), or SetAnsiCodePage changed it. SetAnsiCodePage(0) goes back to the
+// environment's choice.
 unsigned AnsiCodePage();
 void SetAnsiCodePage(unsigned codePage);
 
 // MultiByteToWideChar: converts byteCount bytes (-1: up to and including the terminating
-// NUL) into at most outCapacity units; returns the number of units written, 0 on failure.
-// Bytes that Windows maps in a single-byte code page convert as Windows converts them.
+// NUL) into at most outCapacity units; returns the number of units written, 0 on failure
+// (unknown code page, byteCount 0, output too small). With outCapacity 0 nothing is written
+// and the number of units needed is returned. Bytes that Windows maps in a single-byte code
+// page convert as Windows converts them (0x81 in 1252 becomes U+0081); a malformed sequence
+// of a multi-byte code page becomes U+FFFD.
 int MultiByteToWide(unsigned codePage, const char* bytes, int byteCount, WChar* out, int outCapacity);
 
 // WideCharToMultiByte: converts count units (-1: up to and including the NUL) into at most
-// outCapacity bytes; characters the code page cannot hold become defaultChar (the code
-// page's own default, '?', when null) and set *usedDefault when it is given. Returns the
-// number of bytes written, 0 on failure.
+// outCapacity bytes; characters the code page cannot hold (a surrogate pair counts as one,
+// a lone surrogate too) become the first byte of defaultChar (the code page's own default,
+// '?', when null or empty) and set *usedDefault when it is given. Returns the number of
+// bytes written, 0 on failure. With outCapacity 0 the number of bytes needed is returned.
 int WideToMultiByte(unsigned codePage, const WChar* text, int count, char* out, int outCapacity,
                     const char* defaultChar, bool* usedDefault);
+
+// The conversion table of a single-byte code page (0: the ANSI code page), built on first
+// use and kept for the life of the process, so that hot loops can convert table-driven
+// without a call per line. Null for a multi-byte code page (UTF-8, the East Asian ones) or
+// one the system does not know.
+const SingleByteCodePage* FindSingleByteCodePage(unsigned codePage);
+
+// Failure injection for tests, in the manner of a mock of the system calls: the error paths
+// of everything above the platform layer can be run for real. Counters are process-wide
+// and count down as calls are made; ClearFaults() restores normal service.
+namespace Faults {
+// The next count calls of OpenFile fail.
+void FailOpens(int count);
+// After goodReads more successful ReadFile calls, the next count calls fail.
+void FailReads(int count, int goodReads = 0);
+// Writes succeed for byteBudget more bytes; the write that crosses the budget stores the
+// part that fits and fails, and so does every write after it (a full disk).
+void FailWritesAfter(std::uint64_t byteBudget);
+void ClearFaults();
+} // namespace Faults
 
 } // namespace Platform

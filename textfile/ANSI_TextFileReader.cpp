@@ -1,0 +1,52 @@
+#include "textfile/ANSI_TextFileReader.h"
+
+#include "textfile/TextFile.h"
+#include "textfile/TextFileTypes.h"
+
+#include <cstring>
+
+ANSI_TextFileReader::ANSI_TextFileReader(const TextFile* owner, const WString* fileName,
+                                         Platform::FileHandle file, int bufferSize)
+    : TextFileReader(fileName, file, bufferSize), owner_(owner)
+{
+}
+
+int ANSI_TextFileReader::ReadChar() { return NextByteSkippingCR(); }
+
+int ANSI_TextFileReader::ReadLine(WString& line, unsigned codePage)
+{
+    const int result = ReadByteLine(scratch_);
+    if (result != TextFileResult::Ok) {
+        line.clear();
+        return result;
+    }
+    const void* nul = std::memchr(scratch_.data(), '\0', scratch_.size());
+    const std::size_t length = nul ? static_cast<const char*>(nul) - scratch_.data() : scratch_.size();
+    Convert(length, line, codePage);
+    return TextFileResult::Ok;
+}
+
+void ANSI_TextFileReader::Convert(std::size_t length, WString& line, unsigned codePage)
+{
+    line.resize(length);
+    if (owner_ && owner_->Raw()) {
+        for (std::size_t i = 0; i < length; ++i)
+            line[i] = static_cast<unsigned char>(scratch_[i]);
+        return;
+    }
+    const unsigned ansiCodePage = Platform::AnsiCodePage();
+    if (!tableLookedUp_ || codePage != tableCodePage_ || ansiCodePage != tableAnsiCodePage_) {
+        table_ = Platform::FindSingleByteCodePage(codePage);
+        tableCodePage_ = codePage;
+        tableAnsiCodePage_ = ansiCodePage;
+        tableLookedUp_ = true;
+    }
+    if (table_) {
+        table_->Decode(scratch_.data(), length, &line[0]);
+        return;
+    }
+    // A multi-byte code page; one unit per byte is always room enough.
+    const int converted = length == 0 ? 0
+        : Platform::MultiByteToWide(codePage, scratch_.data(), static_cast<int>(length), &line[0], static_cast<int>(length));
+    line.resize(static_cast<std::size_t>(converted));
+}

@@ -1,0 +1,35 @@
+#include "textfile/ANSI_TextFileWriter.h"
+
+#include "textfile/TextFileTypes.h"
+
+#include <climits>
+
+int ANSI_TextFileWriter::WriteChar(std::uint32_t character, unsigned codePage, const char* defaultChar,
+                                   bool* usedDefault)
+{
+    const WChar unit = static_cast<WChar>(character);
+    return WriteRun(&unit, 1, codePage, defaultChar, usedDefault);
+}
+
+int ANSI_TextFileWriter::WriteRun(const WChar* text, int count, unsigned codePage, const char* defaultChar,
+                                  bool* usedDefault)
+{
+    const std::size_t units = RunLength(text, count);
+    if (units == 0)
+        return TextFileResult::Ok;
+    if (units > INT_MAX / 2 - 1)
+        return TextFileResult::IoError;
+    // Two bytes per unit hold every single- and double-byte code page; a code page that
+    // needs more (UTF-8) is asked for its size.
+    const int length = static_cast<int>(units);
+    scratch_.resize(2 * units + 1);
+    int converted = Platform::WideToMultiByte(codePage, text, length, &scratch_[0], 2 * length, defaultChar, usedDefault);
+    if (converted == 0) {
+        const int needed = Platform::WideToMultiByte(codePage, text, length, nullptr, 0, defaultChar, nullptr);
+        if (needed > 2 * length) {
+            scratch_.resize(static_cast<std::size_t>(needed));
+            converted = Platform::WideToMultiByte(codePage, text, length, &scratch_[0], needed, defaultChar, usedDefault);
+        }
+    }
+    return Put(scratch_.data(), static_cast<std::size_t>(converted));
+}

@@ -1,0 +1,45 @@
+#include "textfile/CodePage.h"
+
+#include <algorithm>
+
+namespace {
+
+bool IsHighSurrogate(WChar unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+bool IsLowSurrogate(WChar unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+
+} // namespace
+
+SingleByteCodePage::SingleByteCodePage(unsigned number, const WChar (&toWide)[256])
+    : number_(number), toByte_(new std::uint16_t[0x10000])
+{
+    std::copy(toWide, toWide + 256, toWide_);
+    std::fill(toByte_.get(), toByte_.get() + 0x10000, kNoByte);
+    for (int b = 255; b >= 0; --b)
+        toByte_[toWide_[b]] = static_cast<std::uint16_t>(b);
+}
+
+void SingleByteCodePage::Decode(const char* bytes, std::size_t count, WChar* out) const
+{
+    const auto* in = reinterpret_cast<const unsigned char*>(bytes);
+    for (std::size_t i = 0; i < count; ++i)
+        out[i] = toWide_[in[i]];
+}
+
+std::size_t SingleByteCodePage::Encode(const WChar* text, std::size_t count, char* out,
+                                       char replacement, bool* usedDefault) const
+{
+    std::size_t written = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint16_t b = toByte_[text[i]];
+        if (b != kNoByte) {
+            out[written++] = static_cast<char>(b);
+            continue;
+        }
+        if (IsHighSurrogate(text[i]) && i + 1 < count && IsLowSurrogate(text[i + 1]))
+            ++i;
+        out[written++] = replacement;
+        if (usedDefault)
+            *usedDefault = true;
+    }
+    return written;
+}

@@ -1,0 +1,17 @@
+#pragma once
+// Inside the platform layer only: where each system implementation asks whether a test has
+// planned a failure for the call it is about to make (see Platform::Faults).
+
+#include <cstdint>
+
+namespace Platform::FaultPoint {
+
+// True when this open is to fail; consumes one planned failure.
+bool OpenFails();
+// True when this read is to fail; counts the reads that go through before the failures.
+bool ReadFails();
+// How many of size bytes the disk still takes (size when no budget is set); takes them off
+// the budget.
+std::uint32_t WritableBytes(std::uint32_t size);
+
+} // namespace Platform::FaultPoint

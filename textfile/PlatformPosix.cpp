@@ -1,0 +1,164 @@
+// Files on POSIX systems. Paths arrive as UTF-16 and are handed to the system as UTF-8.
+// POSIX has no mandatory share modes, so "nobody else may write" is not enforced here.
+
+#include "textfile/Platform.h"
+#include "textfile/PlatformFaults.h"
+
+#include <cerrno>
+#include <string>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+thread_local int lastError = 0;
+
+bool Fail(int error)
+{
+    lastError = error;
+    return false;
+}
+
+void AppendUtf8(std::string& out, char32_t code)
+{
+    if (code < 0x80) {
+        out += static_cast<char>(code);
+    } else if (code < 0x800) {
+        out += static_cast<char>(0xC0 | (code >> 6));
+        out += static_cast<char>(0x80 | (code & 0x3F));
+    } else if (code < 0x10000) {
+        out += static_cast<char>(0xE0 | (code >> 12));
+        out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (code & 0x3F));
+    } else {
+        out += static_cast<char>(0xF0 | (code >> 18));
+        out += static_cast<char>(0x80 | ((code >> 12) & 0x3F));
+        out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (code & 0x3F));
+    }
+}
+
+// A lone surrogate cannot name a file on a UTF-8 system; it becomes U+FFFD.
+std::string PathToUtf8(const WChar* path)
+{
+    std::string out;
+    for (; *path; ++path) {
+        char32_t code = *path;
+        if (code >= 0xD800 && code <= 0xDBFF && path[1] >= 0xDC00 && path[1] <= 0xDFFF)
+            code = 0x10000 + ((code - 0xD800) << 10) + (*++path - 0xDC00);
+        else if (code >= 0xD800 && code <= 0xDFFF)
+            code = 0xFFFD;
+        AppendUtf8(out, code);
+    }
+    return out;
+}
+
+int OpenFlags(Platform::FileAccess access, Platform::FileCreation creation)
+{
+    int flags = O_CLOEXEC | (access == Platform::FileAccess::Read ? O_RDONLY : O_WRONLY);
+    if (creation != Platform::FileCreation::OpenExisting)
+        flags |= O_CREAT;
+    if (creation == Platform::FileCreation::CreateAlways && access == Platform::FileAccess::Write)
+        flags |= O_TRUNC;
+    return flags;
+}
+
+int Descriptor(Platform::FileHandle file) { return static_cast<int>(file); }
+
+Platform::FileHandle FailOpen(int error)
+{
+    lastError = error;
+    return Platform::kInvalidFile;
+}
+
+} // namespace
+
+namespace Platform {
+
+FileHandle OpenFile(const WChar* path, FileAccess access, FileCreation creation)
+{
+    if (FaultPoint::OpenFails())
+        return FailOpen(EIO);
+    if (!path || !*path)
+        return FailOpen(ENOENT);
+    const std::string name = PathToUtf8(path);
+    int fd;
+    do
+        fd = ::open(name.c_str(), OpenFlags(access, creation), 0666);
+    while (fd < 0 && errno == EINTR);
+    if (fd < 0)
+        return FailOpen(errno);
+    // Reading a directory would only fail at the first read; refuse it here instead.
+    struct stat info;
+    int error = 0;
+    if (::fstat(fd, &info) != 0)
+        error = errno;
+    else if (S_ISDIR(info.st_mode))
+        error = EISDIR;
+    if (error != 0) {
+        ::close(fd);
+        return FailOpen(error);
+    }
+    return fd;
+}
+
+bool ReadFile(FileHandle file, void* buffer, std::uint32_t size, std::uint32_t* bytesRead)
+{
+    *bytesRead = 0;
+    if (FaultPoint::ReadFails())
+        return Fail(EIO);
+    ssize_t n;
+    do
+        n = ::read(Descriptor(file), buffer, size);
+    while (n < 0 && errno == EINTR);
+    if (n < 0)
+        return Fail(errno);
+    *bytesRead = static_cast<std::uint32_t>(n);
+    return true;
+}
+
+bool WriteFile(FileHandle file, const void* data, std::uint32_t size, std::uint32_t* bytesWritten)
+{
+    *bytesWritten = 0;
+    const std::uint32_t allowed = FaultPoint::WritableBytes(size);
+    const auto* bytes = static_cast<const char*>(data);
+    while (*bytesWritten < allowed) {
+        const ssize_t n = ::write(Descriptor(file), bytes + *bytesWritten, allowed - *bytesWritten);
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0)
+            return Fail(n < 0 ? errno : ENOSPC);
+        *bytesWritten += static_cast<std::uint32_t>(n);
+    }
+    return allowed == size || Fail(ENOSPC);
+}
+
+bool FileSize(FileHandle file, std::uint64_t* size)
+{
+    struct stat info;
+    if (::fstat(Descriptor(file), &info) != 0)
+        return Fail(errno);
+    *size = static_cast<std::uint64_t>(info.st_size);
+    return true;
+}
+
+bool SeekFile(FileHandle file, std::int64_t offset, SeekOrigin origin)
+{
+    if (::lseek(Descriptor(file), static_cast<off_t>(offset), origin == SeekOrigin::Begin ? SEEK_SET : SEEK_END) < 0)
+        return Fail(errno);
+    return true;
+}
+
+bool CloseFile(FileHandle file)
+{
+    // Not retried on EINTR: on Linux the descriptor is gone either way.
+    if (::close(Descriptor(file)) != 0)
+        return Fail(errno);
+    return true;
+}
+
+int LastError() { return lastError; }
+
+} // namespace Platform

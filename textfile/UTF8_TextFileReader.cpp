@@ -1,0 +1,114 @@
+#include "textfile/UTF8_TextFileReader.h"
+
+#include "textfile/TextFileTypes.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+constexpr char32_t kLastCode = 0x10FFFF;
+
+// Bytes that follow a lead byte (0 for a lead that stands alone), and the lead's value bits.
+int TrailingBytes(unsigned lead)
+{
+    if (lead < 0x80)
+        return 0;
+    if (lead < 0xE0)
+        return 1;
+    if (lead < 0xF0)
+        return 2;
+    if (lead < 0xF8)
+        return 3;
+    return 0;
+}
+
+char32_t LeadBits(unsigned lead)
+{
+    static const unsigned masks[] = {0x7F, 0x1F, 0x0F, 0x07};
+    return lead & masks[TrailingBytes(lead)];
+}
+
+// Writes code as one unit or a surrogate pair; returns the units written, 0 for U+0000.
+std::size_t PutCode(char32_t code, WChar* out)
+{
+    if (code <= 0xFFFF) {
+        out[0] = static_cast<WChar>(code);
+        return code == 0 ? 0 : 1;
+    }
+    if (code > kLastCode)
+        code = kLastCode;
+    out[0] = static_cast<WChar>(0xD7C0 + (code >> 10));
+    out[1] = static_cast<WChar>(0xDC00 + (code & 0x3FF));
+    return 2;
+}
+
+// Decodes bytes[0, length) (no NUL among them) into line; stops early where a form decodes
+// to U+0000. The output never needs more than length + 1 units: a form of n bytes gives at
+// most n units, and only the one cut sequence at the end can give two units for one byte.
+void DecodeLine(const unsigned char* bytes, std::size_t length, WString& line)
+{
+    line.resize(length + 1);
+    WChar* const begin = &line[0];
+    WChar* out = begin;
+    const unsigned char* in = bytes;
+    const unsigned char* const end = bytes + length;
+    char32_t code = kReplacement;
+    while (in < end) {
+        const unsigned char* const asciiRun = in;
+        while (in < end && *in < 0x80)
+            *out++ = *in++;
+        if (in != asciiRun)
+            code = in[-1];
+        if (in == end)
+            break;
+        const unsigned lead = *in++;
+        const int trailing = TrailingBytes(lead);
+        if (lead >= 0xF8) {
+            code = kReplacement;
+        } else if (end - in < trailing) {
+            in = end; // cut short: the previous code is emitted again
+        } else {
+            code = LeadBits(lead);
+            for (int i = 0; i < trailing; ++i)
+                code = (code << 6) | (*in++ & 0x3F);
+        }
+        const std::size_t written = PutCode(code, out);
+        if (written == 0)
+            break;
+        out += written;
+    }
+    line.resize(static_cast<std::size_t>(out - begin));
+}
+
+} // namespace
+
+int UTF8_TextFileReader::ReadLine(WString& line, unsigned)
+{
+    const int result = ReadByteLine(scratch_);
+    if (result != TextFileResult::Ok) {
+        line.clear();
+        return result;
+    }
+    const void* nul = std::memchr(scratch_.data(), '\0', scratch_.size());
+    const std::size_t length = nul ? static_cast<const char*>(nul) - scratch_.data() : scratch_.size();
+    DecodeLine(reinterpret_cast<const unsigned char*>(scratch_.data()), length, line);
+    return TextFileResult::Ok;
+}
+
+int UTF8_TextFileReader::ReadChar()
+{
+    const int lead = NextByteSkippingCR();
+    if (lead < 0)
+        return lead;
+    if (lead >= 0xF8)
+        return static_cast<int>(kReplacement);
+    char32_t code = LeadBits(static_cast<unsigned>(lead));
+    for (int i = TrailingBytes(static_cast<unsigned>(lead)); i > 0; --i) {
+        const int next = NextByteSkippingCR();
+        if (next < 0)
+            return next;
+        code = (code << 6) | (static_cast<unsigned>(next) & 0x3F);
+    }
+    return static_cast<int>(code);
+}
