@@ -76,8 +76,8 @@ const SingleByteCodePage* FindSingleByteCodePage(unsigned codePage);
 // of everything above the platform layer can be run for real. Counters are process-wide
 // and count down as calls are made; ClearFaults() restores normal service.
 namespace Faults {
-// The next count calls of OpenFile fail.
-void FailOpens(int count);
+// After goodOpens more successful OpenFile calls, the next count calls fail.
+void FailOpens(int count, int goodOpens = 0);
 // After goodReads more successful ReadFile calls, the next count calls fail.
 void FailReads(int count, int goodReads = 0);
 // Writes succeed for byteBudget more bytes; the write that crosses the budget stores the

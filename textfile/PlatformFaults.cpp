@@ -8,6 +8,7 @@
 namespace {
 
 int openFailures = 0;
+int opensBeforeFailure = 0;
 int readFailures = 0;
 int readsBeforeFailure = 0;
 bool writeBudgetSet = false;
@@ -17,7 +18,11 @@ std::uint64_t writeBudget = 0;
 
 namespace Platform::Faults {
 
-void FailOpens(int count) { openFailures = std::max(count, 0); }
+void FailOpens(int count, int goodOpens)
+{
+    openFailures = std::max(count, 0);
+    opensBeforeFailure = std::max(goodOpens, 0);
+}
 
 void FailReads(int count, int goodReads)
 {
@@ -34,6 +39,7 @@ void FailWritesAfter(std::uint64_t byteBudget)
 void ClearFaults()
 {
     openFailures = 0;
+    opensBeforeFailure = 0;
     readFailures = 0;
     readsBeforeFailure = 0;
     writeBudgetSet = false;
@@ -48,6 +54,10 @@ bool OpenFails()
 {
     if (openFailures == 0)
         return false;
+    if (opensBeforeFailure > 0) {
+        --opensBeforeFailure;
+        return false;
+    }
     --openFailures;
     return true;
 }

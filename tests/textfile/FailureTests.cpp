@@ -72,10 +72,12 @@ TEST_F(Failures, UnreadableFileCannotBeOpened)
 TEST_F(Failures, InjectedOpenFailure)
 {
     const WString path = folder_.Write("a.txt", "a");
-    Platform::Faults::FailOpens(2);
+    Platform::Faults::FailOpens(2, 1);
     TextFile file;
+    EXPECT_EQ(file.Open(path, TextFileMode::Read, 0), 0);
     EXPECT_EQ(file.Open(path, TextFileMode::Read, 0), -2);
     EXPECT_EQ(Platform::LastError(), EIO);
+    EXPECT_FALSE(file.IsOpen());
     EXPECT_EQ(file.Open(folder_.WidePath("new.txt"), TextFileMode::Write, 0), -2);
     EXPECT_EQ(file.Open(path, TextFileMode::Read, 0), 0);
 }
