@@ -16,10 +16,10 @@
 
 #include <vector>
 
-using ColumnList = std::vector<boost::shared_ptr<CColumnData>>;
-
 class ImportTxtConfiguration {
 public:
+    using ColumnList = std::vector<boost::shared_ptr<CColumnData>>;
+
     // Delimited mode, everything else empty.
     ImportTxtConfiguration() = default;
 

@@ -4,7 +4,6 @@
 #include "xml/XmlEscape.h"
 
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -15,20 +14,22 @@ std::string ToAnsiBytes(const WString& text)
     if (text.empty())
         return std::string();
     // Room for the widest code page the platform may be set to (UTF-8: 3 bytes a unit).
-    std::vector<char> bytes(text.size() * 4 + 4);
+    std::string bytes(text.size() * 4 + 4, '\0');
     const int written = Platform::WideToMultiByte(kAnsiCodePage, text.data(), static_cast<int>(text.size()),
-                                                  bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr);
-    return std::string(bytes.data(), written > 0 ? static_cast<std::size_t>(written) : 0);
+                                                  &bytes[0], static_cast<int>(bytes.size()), nullptr, nullptr);
+    bytes.resize(written > 0 ? static_cast<std::size_t>(written) : 0);
+    return bytes;
 }
 
 WString FromAnsiBytes(const std::string& bytes)
 {
     if (bytes.empty())
         return WString();
-    std::vector<WChar> text(bytes.size() + 2);
+    WString text(bytes.size() + 2, u'\0');
     const int written = Platform::MultiByteToWide(kAnsiCodePage, bytes.data(), static_cast<int>(bytes.size()),
-                                                  text.data(), static_cast<int>(text.size()));
-    return WString(text.data(), written > 0 ? static_cast<std::size_t>(written) : 0);
+                                                  &text[0], static_cast<int>(text.size()));
+    text.resize(written > 0 ? static_cast<std::size_t>(written) : 0);
+    return text;
 }
 
 const char kHexDigits[] = "0123456789ABCDEF";

@@ -3,7 +3,7 @@
 #include "textfile/WideText.h"
 
 ElementParser::ElementParser(const WChar* text, int length, ElementTable& table, WString& error)
-    : text_(text), length_(length), table_(table), error_(error), tokenizer_(text, length),
+    : text_(text), table_(table), error_(error), tokenizer_(text, length),
       open_(text, length)
 {
 }

@@ -30,7 +30,6 @@ private:
     bool WantsError() const { return error_.empty(); }
 
     const WChar* text_;
-    int length_;
     ElementTable& table_;
     WString& error_;
     XmlTokenizer tokenizer_;

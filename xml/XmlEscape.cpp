@@ -126,6 +126,8 @@ const WChar* EntityFor(WChar c)
 
 WString XmlUnescape(const WChar* text, std::size_t length)
 {
+    if (!WString::traits_type::find(text, length, u'&'))
+        return WString(text, length);
     WString out;
     out.reserve(length);
     for (std::size_t at = 0; at < length; ++at) {

@@ -34,23 +34,28 @@ const WChar* UnterminatedLabel(int type)
 
 bool IsQuote(WChar c) { return c == u'"' || c == u'\''; }
 
+// A node from its first character to just past its last.
+XmlNode Node(int type, int start, int end)
+{
+    XmlNode node;
+    node.type = type;
+    node.start = start;
+    node.length = end - start;
+    return node;
+}
+
 } // namespace
 
 XmlNode XmlTokenizer::ReadNode(int offset) const
 {
-    if (offset >= length_) {
-        XmlNode node;
-        node.start = length_;
-        return node;
-    }
+    if (offset >= length_)
+        return Node(kNodeEndOfDocument, length_, length_);
     return text_[offset] == u'<' ? ReadMarkup(offset) : ReadText(offset);
 }
 
 XmlNode XmlTokenizer::ReadText(int offset) const
 {
-    XmlNode node;
-    node.type = kNodeWhitespace;
-    node.start = offset;
+    XmlNode node = Node(kNodeWhitespace, offset, offset);
     int at = offset;
     for (; at < length_ && text_[at] != u'<'; ++at)
         if (!IsXmlWhitespace(text_[at]))
@@ -96,9 +101,7 @@ XmlNode XmlTokenizer::ReadStartTag(int offset) const
 
 XmlNode XmlTokenizer::ReadEndTag(int offset) const
 {
-    XmlNode node;
-    node.type = kNodeEndTag;
-    node.start = offset;
+    XmlNode node = Node(kNodeEndTag, offset, offset);
     node.nameStart = offset + 2;
     int at = node.nameStart;
     while (at < length_ && !EndsTagName(text_[at]))
@@ -158,13 +161,8 @@ XmlNode XmlTokenizer::ReadDoctype(int offset) const
                 quote = c;
             else if (c == u'[')
                 inSubset = true;
-            else if (c == u'>') {
-                XmlNode node;
-                node.type = kNodeDeclaration;
-                node.start = offset;
-                node.length = at + 1 - offset;
-                return node;
-            }
+            else if (c == u'>')
+                return Node(kNodeDeclaration, offset, at + 1);
             continue;
         }
         if (inDeclaration) {
@@ -201,11 +199,7 @@ XmlNode XmlTokenizer::ReadUntilQuotedGreater(int offset, int type) const
         } else if (IsQuote(c)) {
             quote = c;
         } else if (c == u'>') {
-            XmlNode node;
-            node.type = type;
-            node.start = offset;
-            node.length = at + 1 - offset;
-            return node;
+            return Node(type, offset, at + 1);
         }
     }
     return Unterminated(offset, type);
@@ -222,23 +216,15 @@ XmlNode XmlTokenizer::ReadUntil(int offset, int contentStart, const WChar* endSt
         int k = 0;
         while (k < endLength - 1 && text_[at - (endLength - 1) + k] == endString[k])
             ++k;
-        if (k == endLength - 1) {
-            XmlNode node;
-            node.type = type;
-            node.start = offset;
-            node.length = at + 1 - offset;
-            return node;
-        }
+        if (k == endLength - 1)
+            return Node(type, offset, at + 1);
     }
     return Unterminated(offset, type);
 }
 
 XmlNode XmlTokenizer::Incorrect(int offset, const WChar* label) const
 {
-    XmlNode node;
-    node.type = kNodeBad;
-    node.start = offset;
-    node.length = 1;
+    XmlNode node = Node(kNodeBad, offset, offset + 1);
     node.errorFormat = kIncorrectFormat;
     node.errorLabel = label;
     return node;
@@ -246,10 +232,7 @@ XmlNode XmlTokenizer::Incorrect(int offset, const WChar* label) const
 
 XmlNode XmlTokenizer::Unterminated(int offset, int type) const
 {
-    XmlNode node;
-    node.type = kNodeBad;
-    node.start = offset;
-    node.length = length_ - offset;
+    XmlNode node = Node(kNodeBad, offset, length_);
     node.errorFormat = kUnterminatedFormat;
     node.errorLabel = UnterminatedLabel(type);
     return node;

@@ -1,6 +1,6 @@
 #include "export/CXMLTextFileExportConfiguration.h"
 
-#include "textfile/Platform.h"
+#include "tests/xml/Windows1252Test.h"
 
 #include <gtest/gtest.h>
 
@@ -9,18 +9,7 @@ namespace {
 const WString kDeclaration = u"<?xml version=\"1.0\" encoding=\"utf-8\"?>";
 
 // Byte forms below are those of Windows-1252.
-class ExportConfiguration : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        saved_ = Platform::AnsiCodePage();
-        Platform::SetAnsiCodePage(1252);
-    }
-    void TearDown() override { Platform::SetAnsiCodePage(saved_); }
-
-private:
-    unsigned saved_ = 0;
-};
+class ExportConfiguration : public Windows1252Test {};
 
 CXMLTextFileExportConfiguration Changed()
 {

@@ -1,6 +1,6 @@
 #include "import/ImportTxtConfiguration.h"
 
-#include "textfile/Platform.h"
+#include "tests/xml/Windows1252Test.h"
 
 #include <gtest/gtest.h>
 
@@ -11,18 +11,7 @@ namespace {
 const WString kDeclaration = u"<?xml version=\"1.0\" encoding=\"utf-8\"?>";
 
 // Byte forms below are those of Windows-1252.
-class ImportTxtConfigurationTest : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        saved_ = Platform::AnsiCodePage();
-        Platform::SetAnsiCodePage(1252);
-    }
-    void TearDown() override { Platform::SetAnsiCodePage(saved_); }
-
-private:
-    unsigned saved_ = 0;
-};
+class ImportTxtConfigurationTest : public Windows1252Test {};
 
 boost::shared_ptr<CColumnData> Column(int no, const WString& name, int type, int onOff)
 {
@@ -32,6 +21,19 @@ boost::shared_ptr<CColumnData> Column(int no, const WString& name, int type, int
     column->SetType(type);
     column->SetOnOff(onOff);
     return column;
+}
+
+// A record with every field set.
+ImportTxtConfiguration Filled()
+{
+    ImportTxtConfiguration record;
+    record.SetTxtFile(u"keep.txt");
+    record.SetDelimiters({u","});
+    record.SetComments(u"#");
+    record.SetMode(1);
+    record.GetPositions() = {3};
+    record.GetColumns().push_back(Column(2, u"Z", kColumnReal, 1));
+    return record;
 }
 
 ImportTxtConfiguration ReadBack(ImportTxtConfiguration& written)
@@ -181,13 +183,7 @@ TEST_F(ImportTxtConfigurationTest, TextWithoutCfgLeavesTheRecordAsItWas)
 {
     const char16_t* texts[] = {nullptr, u"", u"not xml", u"<other/>", u"<x><cfg/></x>", u"<!-- <cfg/> -->"};
     for (const char16_t* text : texts) {
-        ImportTxtConfiguration record;
-        record.SetTxtFile(u"keep.txt");
-        record.SetDelimiters({u","});
-        record.SetComments(u"#");
-        record.SetMode(1);
-        record.GetPositions() = {3};
-        record.GetColumns().push_back(Column(2, u"Z", kColumnReal, 1));
+        ImportTxtConfiguration record = Filled();
         EXPECT_EQ(record.Parse(text), 0);
         EXPECT_EQ(record.GetTxtFile(), u"keep.txt");
         EXPECT_EQ(record.GetDelimiters(), DelimiterList{u","});
@@ -200,13 +196,7 @@ TEST_F(ImportTxtConfigurationTest, TextWithoutCfgLeavesTheRecordAsItWas)
 
 TEST_F(ImportTxtConfigurationTest, ParseReplacesEveryFieldEvenWhenAttributesAreMissing)
 {
-    ImportTxtConfiguration record;
-    record.SetTxtFile(u"old.txt");
-    record.SetDelimiters({u","});
-    record.SetComments(u"#");
-    record.SetMode(1);
-    record.GetPositions() = {3};
-    record.GetColumns().push_back(Column(2, u"Z", kColumnReal, 1));
+    ImportTxtConfiguration record = Filled();
     ASSERT_EQ(record.Parse(u"<cfg/>"), 1);
     EXPECT_EQ(record.GetTxtFile(), u"");
     EXPECT_TRUE(record.GetDelimiters().empty());
@@ -254,13 +244,7 @@ TEST_F(ImportTxtConfigurationTest, BrokenTextStillYieldsWhatCouldBeMatched)
 
 TEST_F(ImportTxtConfigurationTest, ClearEmptiesEverythingButTheMode)
 {
-    ImportTxtConfiguration record;
-    record.SetTxtFile(u"a");
-    record.SetDelimiters({u","});
-    record.SetComments(u"#");
-    record.SetMode(1);
-    record.GetPositions() = {3};
-    record.GetColumns().push_back(Column(2, u"Z", kColumnReal, 1));
+    ImportTxtConfiguration record = Filled();
     record.Clear();
     EXPECT_EQ(record.GetTxtFile(), u"");
     EXPECT_TRUE(record.GetDelimiters().empty());

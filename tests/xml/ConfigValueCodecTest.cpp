@@ -1,5 +1,6 @@
 #include "xml/ConfigValueCodec.h"
 
+#include "tests/xml/Windows1252Test.h"
 #include "textfile/Platform.h"
 #include "xml/XmlDocument.h"
 
@@ -7,19 +8,8 @@
 
 namespace {
 
-// The byte forms below are those of Windows-1252.
-class ConfigValueCodec : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        saved_ = Platform::AnsiCodePage();
-        Platform::SetAnsiCodePage(1252);
-    }
-    void TearDown() override { Platform::SetAnsiCodePage(saved_); }
-
-private:
-    unsigned saved_ = 0;
-};
+// Byte forms below are those of Windows-1252.
+class ConfigValueCodec : public Windows1252Test {};
 
 // What a configuration reader gets back for a value its writer encoded.
 WString ReadBack(const WString& value)
@@ -99,6 +89,13 @@ TEST_F(ConfigValueCodec, EveryCodePageCharacterSurvivesARoundTrip)
         all += unit;
     }
     EXPECT_EQ(ReadBack(all), all);
+}
+
+TEST(ConfigValueCodecCodePage, BytesFollowTheSystemCodePage)
+{
+    const AnsiCodePageScope centralEurope(1250);
+    EXPECT_EQ(EncodeConfigValue(u"\u0142"), u"=EF=BE=B3"); // 0xB3 in Windows-1250
+    EXPECT_EQ(ReadBack(u"\u0142\u00e9\u0148"), u"\u0142\u00e9\u0148");
 }
 
 TEST_F(ConfigValueCodec, AValueTypedAsAReferenceReadsBackUnescapedTwice)

@@ -1,0 +1,28 @@
+// SetText on any text, then a walk over every level reading attributes and decoding them.
+// One document serves every input, as a second SetText must discard all of the first.
+#include "FuzzText.h"
+
+#include "xml/ConfigValueCodec.h"
+#include "xml/XmlDocument.h"
+#include "xml/XmlEscape.h"
+
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static XmlDocument document;
+    const WString text = FuzzText(data, size);
+    document.SetText(text);
+    (void)document.GetError();
+    do {
+        while (document.FindElement(nullptr))
+            for (const WChar* name : {u"txtFile", u"delimiter", u"no", u"a[1]", u""})
+                (void)DecodeConfigValue(document.GetAttribute(name));
+    } while (document.EnterElement());
+    document.FindElement(u"cfg");
+
+    if (text.find(u'&') == WString::npos && XmlUnescape(XmlEscape(text)) != text)
+        std::abort();
+    (void)EncodeConfigValue(text);
+    return 0;
+}
