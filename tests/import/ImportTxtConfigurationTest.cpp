@@ -289,15 +289,4 @@ TEST_F(ImportTxtConfigurationTest, GeneratedRecordsRoundTrip)
     }
 }
 
-TEST_F(ImportTxtConfigurationTest, TenThousandColumnsRoundTrip)
-{
-    ImportTxtConfiguration record;
-    for (int i = 0; i < 10000; ++i)
-        record.GetColumns().push_back(Column(i, u"C" + std::u16string(1, static_cast<WChar>(u'a' + i % 26)), kColumnReal, 1));
-    const ImportTxtConfiguration read = ReadBack(record);
-    ASSERT_EQ(read.GetColumns().size(), 10000u);
-    EXPECT_EQ(read.GetColumns()[9999]->GetNo(), 9999);
-    EXPECT_EQ(read.GetColumns()[9999]->GetName(), u"Cp");
-}
-
 } // namespace

@@ -147,24 +147,6 @@ TEST(ElementParser, BadNodeFlagsTheDocumentAndItsParent)
     EXPECT_EQ(Flags(t, 0), kDocumentIllFormed);
 }
 
-TEST(ElementParser, KeepsOnlyTheFirstMessage)
-{
-    const struct {
-        const char16_t* text;
-        const char16_t* error;
-    } cases[] = {
-        {u"<a></b></c></a>", u"No start tag for end tag 'b' at offset 3"},
-        {u"<a><1></b>", u"Incorrect tag name character at offset 3"},
-        {u"<a><b><c></a>", u"End tag 'a' at offset 9 does not match start tag 'c' at offset 6"},
-        {u"<a><b></b><c>", u"Element 'c' at offset 10 not ended"},
-        {u"<a x='1'>", u"Element 'a' at offset 0 not ended"},
-        {u"<a><!-- x", u"Comment at offset 3 unterminated"},
-        {u"<a></a ", u"Element end tag at offset 3 unterminated"},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(Parse(c.text)->error, WString(c.error)) << ::testing::PrintToString(WString(c.text));
-}
-
 TEST(ElementParser, EndTagNameMatchesByTheContinuationRule)
 {
     EXPECT_TRUE(Parse(u"<col></col[2]>")->error.empty());

@@ -19,6 +19,10 @@ TEST(XmlDocument, SetTextReportsTheShapeOfTheDocument)
         {u"<cfg>", false, u"Element 'cfg' at offset 0 not ended"},
         {u"<a></b></a>", false, u"No start tag for end tag 'b' at offset 3"},
         {u"<a><1/></a>", false, u"Incorrect tag name character at offset 3"},
+        {u"<a></b></c></a>", false, u"No start tag for end tag 'b' at offset 3"}, // the first message only
+        {u"<a><b><c></a>", false, u"End tag 'a' at offset 9 does not match start tag 'c' at offset 6"},
+        {u"<a><b></b><c>", false, u"Root element has sibling"}, // the unended a hands b and c to the top
+        {u"<a><!-- x", false, u"Comment at offset 3 unterminated"},
         {u"<a></b></a><c/>", false, u"Root element has sibling"}, // replaces the earlier message
         {u"<a/>", true, u""},
         {u"<?xml version=\"1.0\" encoding=\"utf-8\"?><cfg txtFile=\"x\"></cfg>", true, u""},
