@@ -14,7 +14,7 @@ cmake --build --preset fuzz -j "$(nproc)"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 shopt -s nullglob
-for target in build/fuzz/bin/*; do
+for target in build/fuzz/bin/fuzz[_-]*; do
   [ -x "$target" ] || continue
   name=$(basename "$target")
   corpus="$work/$name"
