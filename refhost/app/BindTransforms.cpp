@@ -1,0 +1,159 @@
+#include "refhost/app/BindTransforms.h"
+
+#include "host/GisUtility.h"
+#include "refhost/Utf8.h"
+#include "refhost/app/AppError.h"
+
+#include <cmath>
+#include <cwctype>
+#include <locale.h>
+#include <wctype.h>
+
+namespace tessel {
+namespace {
+
+using VeltoGis::Data::CDataBox;
+using Transform = VeltoGis::ImportExport::CDataBind::Transform;
+
+// Case mapping by Unicode rules, whatever locale the user's environment sets. Code units
+// outside the basic plane (surrogates) stay as they are.
+locale_t UnicodeLocale()
+{
+    static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
+    return locale;
+}
+
+template <typename Map>
+void MapText(CDataBox& value, Map map)
+{
+    if (value.GetKind() != CDataBox::Kind::Text)
+        return;
+    WString text = value.GetText();
+    for (WChar& unit : text) {
+        if (unit < 0xD800 || unit > 0xDFFF)
+            unit = static_cast<WChar>(map(static_cast<wint_t>(unit)));
+    }
+    value.SetValue(text.c_str());
+}
+
+void Upper(CDataBox& value)
+{
+    const locale_t locale = UnicodeLocale();
+    MapText(value, [locale](wint_t c) { return locale ? towupper_l(c, locale) : std::towupper(c); });
+}
+
+void Lower(CDataBox& value)
+{
+    const locale_t locale = UnicodeLocale();
+    MapText(value, [locale](wint_t c) { return locale ? towlower_l(c, locale) : std::towlower(c); });
+}
+
+bool IsBlank(WChar c) { return c == ' ' || c == '\t' || c == 0x00A0; }
+
+void Trim(CDataBox& value)
+{
+    if (value.GetKind() != CDataBox::Kind::Text)
+        return;
+    const WString& text = value.GetText();
+    std::size_t first = 0, last = text.size();
+    while (first < last && IsBlank(text[first]))
+        ++first;
+    while (last > first && IsBlank(text[last - 1]))
+        --last;
+    const WString trimmed = text.substr(first, last - first);
+    value.SetValue(trimmed.c_str());
+}
+
+void ToText(CDataBox& value)
+{
+    if (!value.IsNotNull())
+        return;
+    const WString text = static_cast<WString>(value);
+    value.SetValue(text.c_str());
+}
+
+void ToReal(CDataBox& value)
+{
+    switch (value.GetKind()) {
+    case CDataBox::Kind::Text: value.SetValue(VeltoGis::Utility::CUtility::AtoF(value.GetText().c_str())); break;
+    case CDataBox::Kind::Integer: value.SetValue(static_cast<double>(value.GetInteger())); break;
+    default: break;
+    }
+}
+
+void ToInteger(CDataBox& value)
+{
+    switch (value.GetKind()) {
+    case CDataBox::Kind::Text: {
+        const double number = VeltoGis::Utility::CUtility::AtoF(value.GetText().c_str());
+        value.SetValue(std::isfinite(number) && std::fabs(number) < 2147483648.0 ? static_cast<int>(number) : 0);
+        break;
+    }
+    case CDataBox::Kind::Real: {
+        const double number = value.GetReal();
+        value.SetValue(std::isfinite(number) && std::fabs(number) < 2147483648.0 ? static_cast<int>(number) : 0);
+        break;
+    }
+    default: break;
+    }
+}
+
+struct NamedTransform {
+    const char* name;
+    void (*apply)(CDataBox&);
+};
+
+const NamedTransform kTransforms[] = {
+    {"upper", Upper}, {"lower", Lower},    {"trim", Trim},          {"null", [](CDataBox& value) { value.SetNull(); }},
+    {"text", ToText}, {"real", ToReal},    {"integer", ToInteger},
+};
+
+} // namespace
+
+const std::vector<std::string>& TransformNames()
+{
+    static const std::vector<std::string> names = [] {
+        std::vector<std::string> list;
+        for (const auto& transform : kTransforms)
+            list.push_back(transform.name);
+        return list;
+    }();
+    return names;
+}
+
+Transform FindTransform(const std::string& name)
+{
+    for (const auto& transform : kTransforms) {
+        if (name == transform.name)
+            return transform.apply;
+    }
+    std::string known;
+    for (const auto& item : TransformNames())
+        known += (known.empty() ? "" : ", ") + item;
+    throw UsageError("--transform: unknown transform '" + name + "' (known: " + known + ")");
+}
+
+void ApplyTransforms(const std::vector<TransformSpec>& specs,
+                     const std::vector<boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection>>& collections)
+{
+    for (const TransformSpec& spec : specs) {
+        const Transform transform = FindTransform(spec.transform);
+        const WString target = refhost::FromUtf8(spec.target);
+        int applied = 0;
+        for (const auto& collection : collections) {
+            if (!collection)
+                continue;
+            for (const auto& bind : collection->GetDataBindCollection()) {
+                if (bind && bind->GetTargetDataId() == target) {
+                    bind->SetImportTransform(transform);
+                    bind->SetExportTransform(transform);
+                    ++applied;
+                }
+            }
+        }
+        if (applied == 0)
+            throw UsageError("--transform: no bind has the target '" + spec.target + "'");
+    }
+}
+
+} // namespace tessel

@@ -1,0 +1,24 @@
+#pragma once
+// The host's ANSI code page as the loaded module sees it, and text in its bytes. The module
+// takes its ANSI code page from the environment variable TESSEL_CODEPAGE (Windows-1252
+// without it); the host application sets that variable before it loads the module, so both
+// sides always agree on one code page.
+
+#include "host/Text.h"
+
+#include <string>
+
+namespace tessel {
+
+// The code page named by TESSEL_CODEPAGE ("1250", "cp1250", "windows-1250"), else 1252.
+unsigned ModuleCodePage();
+
+// Makes codePage the module's ANSI code page. Must run before the module is loaded. Throws a
+// usage AppError when the system has no converter for it.
+void SelectModuleCodePage(unsigned codePage);
+
+// The bytes of text in the code page. False when a character has no form there (the
+// module would write '?' for it) or the code page is unknown.
+bool ToCodePageBytes(const WString& text, unsigned codePage, std::string& bytes);
+
+} // namespace tessel

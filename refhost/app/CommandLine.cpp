@@ -1,0 +1,181 @@
+#include "refhost/app/CommandLine.h"
+
+#include "refhost/app/AppError.h"
+#include "refhost/app/CommandLineParts.h"
+#include "refhost/app/OptionSyntax.h"
+
+namespace tessel {
+namespace {
+
+const char* const kVersion = "tessel 1.0.0 (VeltoXTessel reference host)";
+
+const char* const kFooter = R"(
+Exit status: 0 the engine did the job, 1 the job failed (the engine refused, or the output
+could not be written), 2 wrong options or unusable input, 3 an error inside the engine.
+Run 'tessel COMMAND --help' for the options of a command.)";
+
+} // namespace
+
+std::vector<BindSpec> ParseBindSpecs(const char* option, const std::vector<std::string>& values)
+{
+    std::vector<BindSpec> binds;
+    for (const std::string& value : values)
+        binds.push_back(ParseBindSpec(option, value));
+    return binds;
+}
+
+std::vector<TransformSpec> ParseTransformSpecs(const std::vector<std::string>& values)
+{
+    std::vector<TransformSpec> transforms;
+    for (const std::string& value : values)
+        transforms.push_back(ParseTransformSpec(value));
+    return transforms;
+}
+
+void RejectIfGiven(const CLI::Option* option, const std::string& what)
+{
+    if (option && option->count() > 0)
+        throw UsageError(option->get_name() + " does not apply to " + what);
+}
+
+const std::vector<std::string>& ImportKindNames()
+{
+    static const std::vector<std::string> names = {"points", "lines", "polygons", "table", "cloud"};
+    return names;
+}
+
+ImportKind ImportKindNamed(const std::string& name)
+{
+    const ImportKind kinds[] = {ImportKind::Points, ImportKind::Lines, ImportKind::Polygons, ImportKind::Table,
+                                ImportKind::Cloud};
+    for (std::size_t i = 0; i < ImportKindNames().size(); ++i) {
+        if (ImportKindNames()[i] == name)
+            return kinds[i];
+    }
+    throw UsageError("unknown kind '" + name + "' (points, lines, polygons, table or cloud)");
+}
+
+void CheckEntityType(int type)
+{
+    if (type != 0 && type != 1 && type != 2 && type != 16 && type != 32)
+        throw UsageError("--entity-type: " + std::to_string(type) +
+                         " is not an entity type (0 none, 1 points, 2 lines, 16 polygons, 32 nodes)");
+}
+
+void ImportConfigOptions::Add(CLI::App& command)
+{
+    config = command.add_option("--config", configFile,
+                                "Import configuration string, as the engine stores it (instead of the options below)");
+    composing = {
+        command.add_option("--delimiters", delimiters,
+                           "Delimiter characters, each one separates fields (\\t tab, \\s blank; default: blank)"),
+        command.add_option("--comments", comments,
+                           "Characters that mark a comment line when it starts with one (default: #; '' for none)"),
+        command.add_option("--fixed", fixed, "Fixed-width fields: positions where the 2nd, 3rd, ... field begin"),
+        command.add_option("--column", columns, "A column of the file, in order (repeat): NAME[:real|text|integer][:off]")
+            ->allow_extra_args(false),
+    };
+    for (CLI::Option* option : composing)
+        option->excludes(config);
+}
+
+ImportConfigSpec ImportConfigOptions::Finish() const
+{
+    ImportConfigSpec spec;
+    if (config->count() > 0)
+        spec.configFile = configFile;
+    if (composing[0]->count() > 0)
+        spec.delimiters = ResolveEscapes("--delimiters", delimiters);
+    if (composing[1]->count() > 0)
+        spec.comments = ResolveEscapes("--comments", comments);
+    if (composing[2]->count() > 0)
+        spec.fixedPositions = ParsePositions(fixed);
+    for (const std::string& column : columns)
+        spec.columns.push_back(ParseColumnSpec(column));
+    return spec;
+}
+
+void ExportConfigOptions::Add(CLI::App& command)
+{
+    config = command.add_option("--config", configFile,
+                                "Export configuration string, as the engine stores it (instead of the options below)");
+    header = command.add_flag("--header", "Write a header line with the target field names (the default)");
+    noHeader = command.add_flag("--no-header", "Write no header line");
+    header->excludes(noHeader);
+    composing = {
+        command.add_option("--delimiter", delimiter, "Text between two fields (\\t tab, \\s blank; default: tab)"),
+        command.add_option("--comment", comment, "Text that starts the header line (default: #)"),
+        header,
+        noHeader,
+        command.add_flag("--utf16", utf16, "Write UTF-16LE with a byte-order mark instead of the ANSI code page"),
+    };
+    for (CLI::Option* option : composing)
+        option->excludes(config);
+}
+
+ExportConfigSpec ExportConfigOptions::Finish() const
+{
+    ExportConfigSpec spec;
+    if (config->count() > 0)
+        spec.configFile = configFile;
+    if (composing[0]->count() > 0)
+        spec.delimiter = ResolveEscapes("--delimiter", delimiter);
+    if (composing[1]->count() > 0)
+        spec.comment = ResolveEscapes("--comment", comment);
+    if (header->count() > 0 || noHeader->count() > 0)
+        spec.header = header->count() > 0;
+    spec.utf16 = utf16;
+    return spec;
+}
+
+std::optional<Command> ParseCommandLine(int argc, const char* const* argv, std::ostream& out)
+{
+    Command command;
+    CLI::App app("Imports surveyors' text files through the VeltoXTessel module and exports them back to text.",
+                 "tessel");
+    app.fallthrough();
+    app.require_subcommand(1);
+    app.set_version_flag("--version", kVersion);
+    app.add_flag("-q,--quiet", command.global.quiet, "No progress bar and no summary line");
+    unsigned codePage = 0;
+    CLI::Option* codePageOption =
+        app.add_option("--codepage", codePage, "The ANSI code page of files and configurations (default: 1252)");
+    std::string modulePath;
+    CLI::Option* moduleOption =
+        app.add_option("--module", modulePath, "The module to load (default: TESSEL_MODULE, or beside tessel)");
+
+    std::vector<FinishParsing> finishers = {
+        AddImportCommand(app, command),
+        AddExportCommand(app, command),
+        AddConfigCommand(app, command),
+        AddInformationCommands(app, command),
+    };
+    app.footer(kFooter);
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp& help) {
+        app.exit(help, out, out);
+        return std::nullopt;
+    } catch (const CLI::CallForAllHelp& help) {
+        app.exit(help, out, out);
+        return std::nullopt;
+    } catch (const CLI::CallForVersion&) {
+        out << kVersion << "\n";
+        return std::nullopt;
+    } catch (const CLI::ParseError& error) {
+        std::string message = error.what();
+        while (!message.empty() && message.back() == '\n')
+            message.pop_back();
+        throw UsageError(message);
+    }
+    if (codePageOption->count() > 0)
+        command.global.codePage = codePage;
+    if (moduleOption->count() > 0)
+        command.global.modulePath = modulePath;
+    for (const FinishParsing& finish : finishers)
+        finish();
+    return command;
+}
+
+} // namespace tessel

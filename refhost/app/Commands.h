@@ -1,0 +1,26 @@
+#pragma once
+// The commands, each run against the loaded module. Each returns the exit status; failures
+// it finds itself leave as AppError, failures inside an engine as EngineError.
+
+#include "refhost/app/CommandLine.h"
+#include "refhost/app/ModuleHost.h"
+
+#include <ostream>
+
+namespace tessel {
+
+int RunImportCommand(ModuleHost& module, const ImportRequest& request, const GlobalOptions& global);
+int RunExportCommand(ModuleHost& module, const ExportRequest& request, const GlobalOptions& global);
+int RunConfigCommand(ModuleHost& module, const ConfigRequest& request, std::ostream& out);
+int RunDescribeCommand(ModuleHost& module, const DescribeRequest& request, std::ostream& out);
+int RunConfigureCommand(ModuleHost& module, const ConfigureRequest& request, std::ostream& out);
+int RunEnginesCommand(ModuleHost& module, const EnginesRequest& request, std::ostream& out);
+int RunTargetsCommand(ModuleHost& module, const TargetsRequest& request, std::ostream& out);
+
+// Loads the module and runs the command: the one place where a command line becomes work.
+int RunCommand(const Command& command, std::ostream& out);
+
+// "12,345,678": counts in summary lines.
+std::string GroupedCount(std::size_t count);
+
+} // namespace tessel

@@ -1,0 +1,173 @@
+// "config", "describe" and "configure": configuration strings and what the engines make of
+// them, with the engines doing all reading and writing of the configuration form.
+
+#include "refhost/Utf8.h"
+#include "refhost/app/AppError.h"
+#include "refhost/app/CodePageText.h"
+#include "refhost/app/Commands.h"
+#include "refhost/app/ConfigDraft.h"
+
+namespace tessel {
+namespace {
+
+using namespace VeltoGis::ImportExport;
+using refhost::FromUtf8;
+using refhost::ToUtf8;
+
+const char* TypeName(int type)
+{
+    switch (type) {
+    case VeltoGis::Data::DataTypeReal: return "real";
+    case VeltoGis::Data::DataTypeText: return "text";
+    case VeltoGis::Data::DataTypeInteger: return "integer";
+    default: return "untyped";
+    }
+}
+
+// Import or export: by the options, else by the attributes only one of the forms has.
+bool IsExportConfiguration(const DescribeRequest& request, const WString& text)
+{
+    if (request.forceImport || request.forceExport)
+        return request.forceExport;
+    const bool import = text.find(WTEXT("colPositions=")) != WString::npos ||
+                        text.find(WTEXT("comments=")) != WString::npos || text.find(WTEXT("<col ")) != WString::npos;
+    const bool exportForm = text.find(WTEXT("header=")) != WString::npos || text.find(WTEXT("format=")) != WString::npos;
+    if (import == exportForm)
+        throw UsageError("cannot tell whether '" + request.configFile +
+                         "' holds an import or an export configuration (say --import or --export)");
+    return exportForm;
+}
+
+void CheckPathStored(const WString& stored, const std::string& path)
+{
+    if (stored != FromUtf8(path))
+        throw UsageError("'" + path + "': the configuration cannot name this path in code page " +
+                         std::to_string(ModuleCodePage()) + " (choose another with --codepage)");
+}
+
+int PrintImportConfiguration(IImportEngine& engine, const ConfigRequest& request, std::ostream& out)
+{
+    const ImportConfigSpec& spec = request.importConfig;
+    const WString text = spec.IsComposed() ? ImportConfigDraft(spec, ModuleCodePage())
+                                           : ReadConfigurationFile("--config", *spec.configFile);
+    CImportDefinition definition;
+    definition.SetImporterConfiguration(text.c_str());
+    WString description;
+    CallEngine([&] { return engine.GetDescription(description, &definition, 0), 0; });
+    if (description.empty())
+        throw UsageError("--config: '" + spec.configFile.value_or("") + "' holds no import configuration");
+    const WString path = FromUtf8(request.file.value_or(""));
+    if (!CallEngine([&] { return engine.SetPrimaryFilePath(&definition, path.c_str()); }))
+        throw JobError("the engine did not take the file path '" + request.file.value_or("") + "'");
+    CheckPathStored(CallEngine([&] { return engine.GetPrimaryFilePath(&definition); }), request.file.value_or(""));
+    out << ToUtf8(definition.GetImporterConfiguration()) << "\n";
+    return ExitSuccess;
+}
+
+int PrintExportConfiguration(IExportEngine& engine, const ConfigRequest& request, std::ostream& out)
+{
+    const ExportConfigSpec& spec = request.exportConfigSpec;
+    const WString text = spec.IsComposed() ? ExportConfigDraft(spec, ModuleCodePage())
+                                           : ReadConfigurationFile("--config", *spec.configFile);
+    CExportDefinition definition;
+    definition.SetExporterConfiguration(text.c_str());
+    const WString path = FromUtf8(request.file.value_or(""));
+    if (!CallEngine([&] { return engine.SetPrimaryFilePath(&definition, path.c_str()); }))
+        throw JobError("the engine did not take the file path '" + request.file.value_or("") + "'");
+    CheckPathStored(CallEngine([&] { return engine.GetPrimaryFilePath(&definition); }), request.file.value_or(""));
+    out << ToUtf8(definition.GetExporterConfiguration()) << "\n";
+    return ExitSuccess;
+}
+
+void DescribeImport(IImportEngine& engine, const WString& text, const DescribeRequest& request, std::ostream& out)
+{
+    const int node = request.node ? 1 : 0;
+    CImportDefinition definition;
+    if (node)
+        definition.SetImporterConfigurationNode(text.c_str());
+    else
+        definition.SetImporterConfiguration(text.c_str());
+    WString description;
+    CallEngine([&] { return engine.GetDescription(description, &definition, node), 0; });
+    if (description.empty())
+        throw UsageError("'" + request.configFile + "' holds no import configuration");
+    const WString path = CallEngine(
+        [&] { return node ? engine.GetSecondaryFilePath(&definition) : engine.GetPrimaryFilePath(&definition); });
+    DataDefinitionList fields;
+    CallEngine([&] { return engine.GetSourceDataDefinitions(&definition, fields, node), 0; });
+
+    out << "engine: " << ToUtf8(engine.GetEngineId()) << "\n";
+    out << "description: " << ToUtf8(description) << "\n";
+    out << "file: " << ToUtf8(path) << "\n";
+    out << "source fields:";
+    for (const auto& field : fields)
+        out << " " << ToUtf8(field->GetDataID()) << " (" << TypeName(field->GetDataType()) << ")";
+    out << (fields.empty() ? " none\n" : "\n");
+}
+
+void DescribeExport(IExportEngine& engine, const WString& text, const DescribeRequest& request, std::ostream& out)
+{
+    const int node = request.node ? 1 : 0;
+    CExportDefinition definition;
+    if (node)
+        definition.SetExporterConfigurationNode(text.c_str());
+    else
+        definition.SetExporterConfiguration(text.c_str());
+    WString description;
+    CallEngine([&] { return engine.GetDescription(description, &definition, node), 0; });
+    const WString path = CallEngine(
+        [&] { return node ? engine.GetSecondaryFilePath(&definition) : engine.GetPrimaryFilePath(&definition); });
+    out << "engine: " << ToUtf8(engine.GetEngineId()) << "\n";
+    out << "description: " << ToUtf8(description) << "\n";
+    out << "file: " << ToUtf8(path) << "\n";
+}
+
+} // namespace
+
+int RunConfigCommand(ModuleHost& module, const ConfigRequest& request, std::ostream& out)
+{
+    return request.exportConfig ? PrintExportConfiguration(module.Exporter(), request, out)
+                                : PrintImportConfiguration(module.Importer(), request, out);
+}
+
+int RunDescribeCommand(ModuleHost& module, const DescribeRequest& request, std::ostream& out)
+{
+    const WString text = ReadConfigurationFile("CFG", request.configFile);
+    if (IsExportConfiguration(request, text))
+        DescribeExport(module.Exporter(), text, request, out);
+    else
+        DescribeImport(module.Importer(), text, request, out);
+    return ExitSuccess;
+}
+
+// The engines' configuration dialogs, reached as the framework reaches them. This host
+// installs no dialogs, so the engine's own fallback answers (it cancels).
+int RunConfigureCommand(ModuleHost& module, const ConfigureRequest& request, std::ostream& out)
+{
+    const int node = request.node ? 1 : 0;
+    const WString text = request.configFile ? ReadConfigurationFile("--config", *request.configFile) : WString();
+    int result = 0;
+    WString configuration;
+    if (request.exportEngine) {
+        CExportDefinition definition;
+        node ? definition.SetExporterConfigurationNode(text.c_str()) : definition.SetExporterConfiguration(text.c_str());
+        result = CallEngine([&] { return module.Exporter().Configure(&definition, node); });
+        configuration = node ? definition.GetExporterConfigurationNode() : definition.GetExporterConfiguration();
+    } else {
+        CImportDefinition definition;
+        node ? definition.SetImporterConfigurationNode(text.c_str()) : definition.SetImporterConfiguration(text.c_str());
+        if (request.file) {
+            const WString path = FromUtf8(*request.file);
+            result = CallEngine([&] { return module.Importer().ConfigureForFile(&definition, path.c_str(), configuration, node); });
+        } else {
+            result = CallEngine([&] { return module.Importer().Configure(&definition, node); });
+            configuration = node ? definition.GetImporterConfigurationNode() : definition.GetImporterConfiguration();
+        }
+    }
+    if (result != 1)
+        throw JobError("the engine made no configuration (this host shows no dialogs; compose one with 'tessel config')");
+    out << ToUtf8(configuration) << "\n";
+    return ExitSuccess;
+}
+
+} // namespace tessel

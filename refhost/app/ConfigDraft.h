@@ -1,0 +1,29 @@
+#pragma once
+// Configuration strings composed from command-line options. The host application does not
+// write the engines' configuration form itself: it writes a draft that the engine's own
+// configuration reader takes in (every attribute value in the reader's "=XX" byte form, so
+// that no escaping rule of the writer is copied here), and then has the engine rewrite it
+// through its file path setter. What the user sees is always the engine's own text.
+
+#include "host/Text.h"
+#include "refhost/app/Requests.h"
+
+namespace tessel {
+
+// The draft of an import configuration: delimiters (a blank by default), comment characters
+// ("#" by default), fixed-width positions and columns, with an empty file path. Throws a
+// usage AppError for what the configuration cannot carry: a character outside the code page,
+// "×" in delimiters or comments (it reads back as a double quote), a double quote in a column
+// name (it reads back as "×"), two columns of the same name, no column at all.
+WString ImportConfigDraft(const ImportConfigSpec& spec, unsigned codePage);
+
+// The draft of an export configuration: comment ("#"), delimiter (tab), header (on) and
+// encoding (ANSI unless utf16), with an empty file path.
+WString ExportConfigDraft(const ExportConfigSpec& spec, unsigned codePage);
+
+// A configuration string stored in a file: UTF-8, or UTF-16 with its byte-order mark; line
+// ends after the text are not part of it. Throws a usage AppError naming the option when the
+// file cannot be read.
+WString ReadConfigurationFile(const std::string& option, const std::string& path);
+
+} // namespace tessel

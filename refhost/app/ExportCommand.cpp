@@ -1,0 +1,116 @@
+#include "refhost/CadShimRecording.h"
+#include "refhost/app/AppError.h"
+#include "refhost/app/CodePageText.h"
+#include "refhost/app/Commands.h"
+#include "refhost/app/ExportJob.h"
+#include "refhost/app/TemporaryFile.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+
+namespace tessel {
+namespace {
+
+bool IsRegularFile(const std::string& path)
+{
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+void CopyFileContent(const std::string& from, const TemporaryFile& to)
+{
+    std::ifstream source(from, std::ios::binary);
+    char block[1 << 16];
+    while (source) {
+        source.read(block, sizeof block);
+        const char* data = block;
+        auto left = static_cast<std::size_t>(source.gcount());
+        while (left > 0) {
+            const ssize_t written = write(to.Descriptor(), data, left);
+            if (written < 0 && errno == EINTR)
+                continue;
+            if (written <= 0)
+                ThrowCannotWrite(to.Path(), written < 0 ? errno : ENOSPC);
+            data += written;
+            left -= static_cast<std::size_t>(written);
+        }
+    }
+    if (source.bad())
+        throw UsageError("cannot read '" + from + "' to append to it");
+}
+
+const WChar* Keyword(IfExists answer)
+{
+    switch (answer) {
+    case IfExists::Overwrite: return WTEXT("Overwrite");
+    case IfExists::Append: return WTEXT("Append");
+    default: break;
+    }
+    return WTEXT("Cancel");
+}
+
+// Where the engine writes. A regular target is written as a temporary file beside it; when
+// the target exists, so does the temporary file, so that the engine asks its question (and
+// holds the target's bytes when the answer may be "append").
+std::string PrepareEnginePath(const ExportRequest& request, TemporaryFile& temporary)
+{
+    if (IsSpecialFile(request.output))
+        return request.output;
+    temporary.CreateBeside(request.output);
+    if (!IsRegularFile(request.output)) {
+        temporary.RemoveFileKeepName();
+        return temporary.Path();
+    }
+    const bool mayAppend = request.ifExists == IfExists::Append ||
+                           (request.ifExists == IfExists::Ask && isatty(STDIN_FILENO) == 1);
+    if (mayAppend)
+        CopyFileContent(request.output, temporary);
+    if (request.ifExists == IfExists::Ask)
+        CadShim::AllowTerminalPrompts(true);
+    else
+        CadShim::QueueKeywordAnswers({Keyword(request.ifExists)});
+    return temporary.Path();
+}
+
+} // namespace
+
+int RunExportCommand(ModuleHost& module, const ExportRequest& request, const GlobalOptions& global)
+{
+    const auto started = std::chrono::steady_clock::now();
+    const ExportInput input =
+        ReadExportInput(request.input, request.inputFormat.value_or(InputFormatForPath(request.input)));
+    ExportJob job(module.Exporter(), request, input);
+    job.Build(ModuleCodePage());
+
+    TemporaryFile temporary;
+    const std::string enginePath = PrepareEnginePath(request, temporary);
+    const std::size_t promptsBefore = CadShim::RecordedPrompts().size();
+    if (job.Run(enginePath, ModuleCodePage()) != 1) {
+        const bool asked = CadShim::RecordedPrompts().size() > promptsBefore;
+        std::cerr << "tessel export: "
+                  << (asked ? "'" + request.output + "' exists and was left as it was: the export was cancelled" +
+                                  (request.ifExists == IfExists::Ask ? " (answer with --if-exists)" : "")
+                            : "the engine wrote nothing to '" + request.output + "'")
+                  << std::endl;
+        return ExitJobFailed;
+    }
+    if (!temporary.Path().empty())
+        temporary.Replace(request.output);
+
+    if (!global.quiet) {
+        const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
+        char time[32];
+        std::snprintf(time, sizeof time, "%.2f s", seconds);
+        std::cerr << "tessel: exported " << GroupedCount(job.EntityCount()) << " " << job.EntityName() << " from '"
+                  << request.input << "' to '" << request.output << "' in " << time << std::endl;
+    }
+    return ExitSuccess;
+}
+
+} // namespace tessel

@@ -1,0 +1,359 @@
+#include "refhost/app/ImportJob.h"
+
+#include "refhost/Utf8.h"
+#include "refhost/app/AppError.h"
+#include "refhost/app/BindTransforms.h"
+#include "refhost/app/ConfigDraft.h"
+#include "refhost/app/OptionSyntax.h"
+
+#include <boost/make_shared.hpp>
+
+#include <algorithm>
+
+namespace tessel {
+namespace {
+
+using namespace VeltoGis::ImportExport;
+using VeltoGis::Data::CDataBox;
+using refhost::FromUtf8;
+using refhost::ToUtf8;
+
+const char* const kReservedTargets[] = {"ENTITY_NAME", "NODE_COORDINATE_X", "NODE_COORDINATE_Y", "NODE_X",
+                                        "NODE_Y",      "NODE_S",            "NODE_E"};
+
+bool StartsWith(const std::string& text, const char* prefix) { return text.rfind(prefix, 0) == 0; }
+
+// Targets that look reserved but are none are typing errors, not attribute names.
+void CheckTarget(const std::string& target, const char* option)
+{
+    if (!StartsWith(target, "NODE_") && !StartsWith(target, "ENTITY_"))
+        return;
+    std::string known;
+    for (const char* reserved : kReservedTargets) {
+        if (target == reserved)
+            return;
+        known += (known.empty() ? "" : ", ") + std::string(reserved);
+    }
+    throw UsageError(std::string(option) + ": unknown reserved target '" + target + "' (reserved: " + known + ")");
+}
+
+std::string NamesOf(const DataDefinitionList& definitions)
+{
+    std::string names;
+    for (const auto& definition : definitions)
+        names += (names.empty() ? "" : ", ") + ToUtf8(definition->GetDataID());
+    return names.empty() ? "none" : names;
+}
+
+CDataBox KeyValueBox(const ImportRequest& request)
+{
+    CDataBox value;
+    double real = 0.0;
+    int integer = 0;
+    switch (request.keyValueType) {
+    case KeyValueType::Text: value.SetValue(FromUtf8(request.keyValue).c_str()); break;
+    case KeyValueType::Real:
+        ParseDouble(request.keyValue, real); // checked when the option was read
+        value.SetValue(real);
+        break;
+    case KeyValueType::Integer:
+        ParseInt(request.keyValue, integer);
+        value.SetValue(integer);
+        break;
+    case KeyValueType::Null: break;
+    }
+    return value;
+}
+
+RecordKind RecordKindOf(ImportKind kind)
+{
+    switch (kind) {
+    case ImportKind::Points: return RecordKind::Point;
+    case ImportKind::Lines: return RecordKind::Line;
+    case ImportKind::Polygons: return RecordKind::Polygon;
+    case ImportKind::Table: return RecordKind::Row;
+    case ImportKind::Cloud: break;
+    }
+    return RecordKind::Cloud;
+}
+
+} // namespace
+
+int DefaultEntityType(ImportKind kind)
+{
+    switch (kind) {
+    case ImportKind::Lines: return VeltoGis::EntityTypeLine;
+    case ImportKind::Polygons: return VeltoGis::EntityTypePolygon;
+    case ImportKind::Table: return VeltoGis::EntityTypeNone;
+    case ImportKind::Points:
+    case ImportKind::Cloud: break;
+    }
+    return VeltoGis::EntityTypePoint;
+}
+
+// The points builder reads the secondary configuration when told to; the cloud builder does
+// for a line job that reads section nodes. Every other run reads the primary one.
+bool ImportJob::ReadsSecondaryConfiguration() const
+{
+    if (request_.kind == ImportKind::Points)
+        return request_.secondary;
+    if (request_.kind == ImportKind::Cloud)
+        return definition_.GetEntityType() == VeltoGis::EntityTypeLine && request_.sectionNodes;
+    return false;
+}
+
+bool ImportJob::UsesSecondaryBinds() const
+{
+    switch (request_.kind) {
+    case ImportKind::Points: return request_.secondary;
+    case ImportKind::Polygons:
+    case ImportKind::Cloud: return request_.sectionNodes;
+    case ImportKind::Lines:
+    case ImportKind::Table: break;
+    }
+    return false;
+}
+
+void ImportJob::Build(unsigned codePage)
+{
+    definition_.SetEntityType(
+        static_cast<VeltoGis::enmEntityType>(request_.entityType.value_or(DefaultEntityType(request_.kind))));
+    definition_.SetImportDataOnly(request_.dataOnly ? 1 : 0);
+    definition_.SetImportSectionNodes(request_.sectionNodes ? 1 : 0);
+
+    const WString primary = request_.config.IsComposed()
+                                ? ImportConfigDraft(request_.config, codePage)
+                                : ReadConfigurationFile("--config", *request_.config.configFile);
+    if (request_.config.IsComposed()) {
+        for (const ColumnSpec& column : request_.config.columns)
+            composedColumnNames_.push_back(column.name);
+    }
+    const WString secondary =
+        request_.nodeConfigFile ? ReadConfigurationFile("--node-config", *request_.nodeConfigFile) : primary;
+    definition_.SetImporterConfiguration(primary.c_str());
+    definition_.SetImporterConfigurationNode(secondary.c_str());
+
+    // A configuration the engine cannot read has no description.
+    for (const int node : {0, 1}) {
+        WString description;
+        CallEngine([&] { return engine_.GetDescription(description, &definition_, node), 0; });
+        if (description.empty())
+            throw UsageError((node ? "--node-config: '" + request_.nodeConfigFile.value_or("")
+                                   : "--config: '" + request_.config.configFile.value_or("")) +
+                             "' holds no import configuration (no cfg element)");
+    }
+
+    SetFilePath(codePage);
+    definition_.SetDBCollection(MakeBinds(request_.binds, 0, "--bind"));
+    if (!request_.nodeBinds.empty()) {
+        // The polygon builder, and the cloud builder outside line jobs, match the secondary
+        // binds against the primary configuration's columns.
+        const bool primaryColumns = request_.kind == ImportKind::Polygons ||
+                                    (request_.kind == ImportKind::Cloud &&
+                                     definition_.GetEntityType() != VeltoGis::EntityTypeLine);
+        definition_.SetDBCollectionNode(MakeBinds(request_.nodeBinds, primaryColumns ? 0 : 1, "--node-bind"));
+    }
+    ApplyTransforms(request_.transforms, {definition_.GetDBCollection(), definition_.GetDBCollectionNode()});
+}
+
+// FILE becomes the configuration's file path the way the framework sets a path the user
+// picked: through the engine's own setter, on the configuration the builder reads.
+void ImportJob::SetFilePath(unsigned codePage)
+{
+    const WString path = FromUtf8(request_.file);
+    const bool secondary = ReadsSecondaryConfiguration();
+    const int accepted = CallEngine([&] {
+        return secondary ? engine_.SetSecondaryFilePath(&definition_, path.c_str())
+                         : engine_.SetPrimaryFilePath(&definition_, path.c_str());
+    });
+    if (!accepted)
+        throw JobError("import: the engine did not take the file path '" + request_.file + "'");
+    const WString stored = CallEngine([&] {
+        return secondary ? engine_.GetSecondaryFilePath(&definition_) : engine_.GetPrimaryFilePath(&definition_);
+    });
+    if (stored != path)
+        throw UsageError("'" + request_.file + "': the configuration cannot name this path in code page " +
+                         std::to_string(codePage) + " (choose another with --codepage)");
+}
+
+boost::shared_ptr<CDataBindCollection> ImportJob::MakeBinds(const std::vector<BindSpec>& binds, int secondary,
+                                                           const char* option)
+{
+    DataDefinitionList offered;
+    CallEngine([&] { return engine_.GetSourceDataDefinitions(&definition_, offered, secondary), 0; });
+    TargetIdList excluded;
+    CallEngine([&] { return engine_.GetExcludedTargetIds(&definition_, excluded), 0; });
+
+    auto collection = boost::make_shared<CDataBindCollection>();
+    for (const BindSpec& spec : binds) {
+        const WString source = FromUtf8(spec.source);
+        const WString target = FromUtf8(spec.target);
+        const auto column = std::find_if(offered.begin(), offered.end(),
+                                         [&source](const auto& definition) { return definition->GetDataID() == source; });
+        if (!spec.source.empty() && column == offered.end())
+            throw UsageError(std::string(option) + ": no column '" + spec.source +
+                             "' among the configuration's source fields (" + NamesOf(offered) + ")");
+        CheckTarget(spec.target, option);
+        if (std::find(excluded.begin(), excluded.end(), target) != excluded.end())
+            throw UsageError(std::string(option) + ": a data-only job does not offer the target '" + spec.target + "'");
+        auto bind = boost::make_shared<CDataBind>(source.c_str(), target.c_str());
+        if (column != offered.end())
+            bind->SetSourceDataDefinition(*column);
+        collection->Add(bind);
+    }
+    return collection;
+}
+
+std::optional<std::string> ImportJob::Check()
+{
+    if (request_.kind == ImportKind::Table)
+        return std::nullopt;
+    CallEngine([&] { return engine_.PrepareImport(&definition_); });
+    WString message;
+    if (CallEngine([&] { return engine_.ValidateDefinition(&definition_, message); }))
+        return std::nullopt;
+    return message.empty() ? std::string("the job does not validate") : ToUtf8(message);
+}
+
+int ImportJob::Run()
+{
+    const int result = RunBuilder();
+    layout_ = ComputeLayout();
+    return result;
+}
+
+int ImportJob::RunBuilder()
+{
+    CImportDefinition* definition = &definition_;
+    switch (request_.kind) {
+    case ImportKind::Points: {
+        const CoordinateFilter bounds = request_.filter.value_or(CoordinateFilter());
+        CLq filter(bounds.xMin, bounds.yMin, bounds.xMax, bounds.yMax);
+        return CallEngine([&] {
+            return engine_.ImportPoints(definition, entities_, request_.secondary ? 1 : 0,
+                                        request_.filter ? &filter : nullptr);
+        });
+    }
+    case ImportKind::Lines: return CallEngine([&] { return engine_.ImportLines(definition, entities_); });
+    case ImportKind::Polygons: return CallEngine([&] { return engine_.ImportPolygons(definition, entities_); });
+    case ImportKind::Cloud:
+        cloud_ = boost::make_shared<CCloud>(CCloud::Storage::KeepPoints);
+        return CallEngine([&] { return engine_.ImportCloud(definition, cloud_); });
+    case ImportKind::Table: break;
+    }
+
+    table_ = boost::make_shared<CDBTable>();
+    table_->SetLinkedFieldIndex(request_.keyIndex);
+    const WString configuration = definition_.GetImporterConfiguration();
+    switch (request_.tableVariant) {
+    case TableVariant::LinkedKeys: {
+        KeySet keys;
+        for (const std::string& key : request_.keys)
+            keys.insert(FromUtf8(key));
+        return CallEngine([&] { return engine_.ImportLinkedTableRows(configuration.c_str(), table_, keys); });
+    }
+    case TableVariant::KeyValue: {
+        const CDataBox value = KeyValueBox(request_);
+        const CDataBox* given = request_.keyValueType == KeyValueType::Null ? nullptr : &value;
+        return CallEngine([&] { return engine_.UpdateLinkedTableRows(configuration.c_str(), table_, given); });
+    }
+    case TableVariant::AllRows: break;
+    }
+    return CallEngine([&] { return engine_.ImportTableRows(configuration.c_str(), table_, request_.maxLines); });
+}
+
+// Field names: for entities the target of every bind that gives a value (its source names a
+// column of the configuration the builder reads), in bind order; for rows the column names,
+// all of them, when they are known in full.
+RecordLayout ImportJob::ComputeLayout()
+{
+    RecordLayout layout;
+    layout.kind = RecordKindOf(request_.kind);
+    std::vector<std::string> names;
+    if (request_.kind == ImportKind::Table) {
+        DataDefinitionList offered;
+        CallEngine([&] { return engine_.GetSourceDataDefinitions(&definition_, offered, 0), 0; });
+        const std::size_t width = table_ && !table_->Rows().empty() ? table_->Rows().front()->Data().size() : 0;
+        if (!composedColumnNames_.empty()) {
+            names = composedColumnNames_;
+        } else if (offered.size() == width) {
+            for (const auto& definition : offered)
+                names.push_back(ToUtf8(definition->GetDataID()));
+        }
+    } else if (request_.kind != ImportKind::Cloud) {
+        const auto binds = UsesSecondaryBinds() ? definition_.GetDBCollectionNode() : definition_.GetDBCollection();
+        DataDefinitionList offered;
+        const int secondary = ReadsSecondaryConfiguration() ? 1 : 0;
+        CallEngine([&] { return engine_.GetSourceDataDefinitions(&definition_, offered, secondary), 0; });
+        for (const auto& bind : binds ? binds->GetDataBindCollection() : std::vector<boost::shared_ptr<CDataBind>>()) {
+            const bool givesValue =
+                bind && std::any_of(offered.begin(), offered.end(), [&bind](const auto& definition) {
+                    return definition->GetDataID() == bind->GetSourceDataId();
+                });
+            if (givesValue)
+                names.push_back(ToUtf8(bind->GetTargetDataId()));
+        }
+    }
+    layout.fieldNames = UniqueFieldNames(names);
+    return layout;
+}
+
+void ImportJob::Write(RecordWriter& writer) const
+{
+    writer.Begin(layout_);
+    for (const auto& entity : entities_) {
+        if (!entity)
+            continue;
+        EntityRecord record;
+        record.name = entity->HasName() ? &entity->GetName() : nullptr;
+        record.values = &entity->Values();
+        if (const auto* point = dynamic_cast<const CImpexPoint*>(entity.get()); point && point->HasPosition())
+            record.position = &point->GetPosition();
+        if (const auto* line = dynamic_cast<const CImpexLine*>(entity.get())) {
+            record.start = line->HasStartingNodeName() ? &line->GetStartingNodeName() : nullptr;
+            record.end = line->HasEndingNodeName() ? &line->GetEndingNodeName() : nullptr;
+        }
+        writer.Entity(record);
+    }
+    if (table_) {
+        for (const auto& row : table_->Rows()) {
+            if (row)
+                writer.Row(row->Data());
+        }
+    }
+    if (cloud_) {
+        const std::vector<double>& coordinates = cloud_->Coordinates();
+        for (std::size_t i = 0; i + 1 < coordinates.size(); i += 2)
+            writer.CloudPoint(coordinates[i], coordinates[i + 1]);
+    }
+    writer.End();
+}
+
+std::size_t ImportJob::RecordCount() const
+{
+    if (table_)
+        return table_->Rows().size();
+    if (cloud_)
+        return cloud_->PointCount();
+    return entities_.size();
+}
+
+const char* ImportJob::RecordNoun() const
+{
+    switch (request_.kind) {
+    case ImportKind::Points: return "points";
+    case ImportKind::Lines: return "lines";
+    case ImportKind::Polygons: return "polygons";
+    case ImportKind::Table: return "rows";
+    case ImportKind::Cloud: break;
+    }
+    return "cloud points";
+}
+
+WString ImportJob::ConfigurationString() const
+{
+    return ReadsSecondaryConfiguration() ? definition_.GetImporterConfigurationNode()
+                                         : definition_.GetImporterConfiguration();
+}
+
+} // namespace tessel

@@ -1,0 +1,46 @@
+#pragma once
+// Where an import's records go: standard output ("-" or no path), a device or pipe written
+// in place (/dev/null), or a regular file written as a temporary file beside it and renamed
+// over it by Commit. Text reaches the file in large blocks.
+
+#include "refhost/app/RecordWriter.h"
+#include "refhost/app/TemporaryFile.h"
+
+#include <string>
+
+namespace tessel {
+
+class OutputFile final : public TextSink {
+public:
+    explicit OutputFile(std::string path) : path_(std::move(path)) {}
+    // Without Commit the temporary file is removed and the target left as it was.
+    ~OutputFile() override;
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    // Creates the temporary file (or opens the device). Throws a job AppError naming the
+    // path when it cannot be written.
+    void Open();
+    void RecordDone() override
+    {
+        if (text_.size() >= kBlockSize)
+            Flush();
+    }
+    // Writes the rest and puts the file in place. Throws like Open.
+    void Commit();
+    // The name the user gave, quoted ("standard output" for none).
+    std::string DisplayName() const { return ToStandardOutput() ? "standard output" : "'" + path_ + "'"; }
+
+private:
+    static constexpr std::size_t kBlockSize = 1 << 20;
+
+    bool ToStandardOutput() const { return path_.empty() || path_ == "-"; }
+    void Flush();
+
+    std::string path_;
+    TemporaryFile temporary_;
+    int descriptor_ = -1;
+    bool ownsDescriptor_ = false;
+};
+
+} // namespace tessel

@@ -1,0 +1,152 @@
+#pragma once
+// What the user asked for on the command line, before anything is loaded or opened. The
+// command-line parser fills these; the commands turn them into the framework's jobs.
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tessel {
+
+// Value types of a column, as the import configuration stores them.
+enum class ColumnType { Real = 5001, Text = 5005, Integer = 5010 };
+
+struct ColumnSpec {
+    std::string name;
+    ColumnType type = ColumnType::Text;
+    bool enabled = true;
+};
+
+// One data bind: the source field id and the target field id, both as typed (UTF-8).
+struct BindSpec {
+    std::string source;
+    std::string target;
+};
+
+// A named transform of the reference host applied to every bind with that target.
+struct TransformSpec {
+    std::string target;
+    std::string transform;
+};
+
+// The import configuration: a stored configuration string, or the options it is composed
+// from. Delimiters and comments hold the characters themselves (escapes already resolved).
+struct ImportConfigSpec {
+    std::optional<std::string> configFile; // --config
+    std::optional<std::string> delimiters;  // --delimiters
+    std::optional<std::string> comments;    // --comments
+    std::vector<unsigned> fixedPositions;   // --fixed: fixed-width mode when not empty
+    std::vector<ColumnSpec> columns;        // --column, in order
+
+    bool IsComposed() const { return !configFile; }
+};
+
+struct ExportConfigSpec {
+    std::optional<std::string> configFile; // --config
+    std::optional<std::string> delimiter;  // --delimiter
+    std::optional<std::string> comment;    // --comment
+    std::optional<bool> header;            // --header / --no-header
+    bool utf16 = false;                    // --utf16
+
+    bool IsComposed() const { return !configFile; }
+};
+
+enum class ImportKind { Points, Lines, Polygons, Table, Cloud };
+enum class ExportKind { Points, Lines, Polygons };
+
+enum class OutputFormat { JsonLines, GeoJson, Csv };
+
+// Which of the three data-table operations runs, and with what.
+enum class TableVariant { AllRows, LinkedKeys, KeyValue };
+
+// The key value of UpdateLinkedTableRows; Null passes no value at all.
+enum class KeyValueType { Text, Real, Integer, Null };
+
+struct CoordinateFilter {
+    double xMin = 0.0, yMin = 0.0, xMax = 0.0, yMax = 0.0;
+};
+
+struct ImportRequest {
+    ImportKind kind = ImportKind::Points;
+    std::string file;
+    ImportConfigSpec config;
+    std::optional<std::string> nodeConfigFile; // --node-config
+    std::vector<BindSpec> binds;               // --bind
+    std::vector<BindSpec> nodeBinds;           // --node-bind
+    std::vector<TransformSpec> transforms;     // --transform
+    std::optional<int> entityType;             // --entity-type
+    bool dataOnly = false;
+    bool sectionNodes = false;
+    bool secondary = false;
+    bool strict = false;
+    std::optional<CoordinateFilter> filter;
+
+    TableVariant tableVariant = TableVariant::AllRows;
+    int maxLines = 0;
+    std::vector<std::string> keys;
+    std::string keyValue;
+    KeyValueType keyValueType = KeyValueType::Text;
+    int keyIndex = 0;
+
+    std::optional<std::string> output;       // -o; standard output when absent or "-"
+    std::optional<OutputFormat> format;      // --format; otherwise by the output's extension
+};
+
+enum class IfExists { Ask, Overwrite, Append, Cancel };
+
+enum class InputFormat { JsonLines, GeoJson };
+
+struct ExportRequest {
+    ExportKind kind = ExportKind::Points;
+    std::string input;
+    std::string output;
+    ExportConfigSpec config;
+    std::optional<std::string> nodeConfigFile;
+    std::vector<BindSpec> binds;
+    std::vector<BindSpec> nodeBinds;
+    std::vector<TransformSpec> transforms;
+    std::optional<int> entityType;
+    IfExists ifExists = IfExists::Ask;
+    std::optional<InputFormat> inputFormat;
+};
+
+struct ConfigRequest {
+    bool exportConfig = false;
+    std::optional<std::string> file;
+    ImportConfigSpec importConfig;
+    ExportConfigSpec exportConfigSpec;
+};
+
+struct DescribeRequest {
+    std::string configFile;
+    bool node = false;
+    // Which engine describes it; by the configuration's attributes when neither is set.
+    bool forceImport = false;
+    bool forceExport = false;
+};
+
+struct TargetsRequest {
+    ImportKind kind = ImportKind::Points;
+    std::optional<int> entityType;
+    bool dataOnly = false;
+};
+
+struct ConfigureRequest {
+    bool exportEngine = false;
+    std::optional<std::string> file;
+    std::optional<std::string> configFile;
+    bool node = false;
+};
+
+struct EnginesRequest {
+    bool verbose = false;
+};
+
+// Options that apply to every command.
+struct GlobalOptions {
+    bool quiet = false;
+    std::optional<unsigned> codePage;
+    std::optional<std::string> modulePath;
+};
+
+} // namespace tessel

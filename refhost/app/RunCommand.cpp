@@ -1,0 +1,37 @@
+#include "host/GisUtility.h"
+#include "refhost/CadShimRecording.h"
+#include "refhost/app/CodePageText.h"
+#include "refhost/app/Commands.h"
+
+namespace tessel {
+
+std::string GroupedCount(std::size_t count)
+{
+    std::string digits = std::to_string(count);
+    for (auto at = digits.size(); at > 3; at -= 3)
+        digits.insert(at - 3, ",");
+    return digits;
+}
+
+int RunCommand(const Command& command, std::ostream& out)
+{
+    if (command.global.codePage)
+        SelectModuleCodePage(*command.global.codePage);
+    VeltoGis::Utility::CCoreProgressBar::Instance()->EnableDrawing(!command.global.quiet);
+    ModuleHost module;
+    module.Load(ResolveModulePath(command.global.modulePath.value_or("")));
+
+    switch (command.name) {
+    case CommandName::Import: return RunImportCommand(module, command.import, command.global);
+    case CommandName::Export: return RunExportCommand(module, command.exportJob, command.global);
+    case CommandName::ConfigImport:
+    case CommandName::ConfigExport: return RunConfigCommand(module, command.config, out);
+    case CommandName::Describe: return RunDescribeCommand(module, command.describe, out);
+    case CommandName::Configure: return RunConfigureCommand(module, command.configure, out);
+    case CommandName::Targets: return RunTargetsCommand(module, command.targets, out);
+    case CommandName::Engines: break;
+    }
+    return RunEnginesCommand(module, command.engines, out);
+}
+
+} // namespace tessel
