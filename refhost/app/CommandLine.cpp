@@ -14,6 +14,24 @@ Exit status: 0 the engine did the job, 1 the job failed (the engine refused, or 
 could not be written), 2 wrong options or unusable input, 3 an error inside the engine.
 Run 'tessel COMMAND --help' for the options of a command.)";
 
+// A first word that names no command gets a line that says so and lists the commands.
+void RejectUnknownCommand(CLI::App& app, int argc, const char* const* argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        const std::string word = argv[i];
+        if (word == "--codepage" || word == "--module") {
+            ++i;
+            continue;
+        }
+        if (word.empty() || word[0] == '-')
+            continue;
+        std::string commands;
+        for (const CLI::App* command : app.get_subcommands({}))
+            commands += (commands.empty() ? "" : ", ") + command->get_name();
+        throw UsageError("unknown command '" + word + "' (" + commands + ")");
+    }
+}
+
 } // namespace
 
 std::vector<BindSpec> ParseBindSpecs(const char* option, const std::vector<std::string>& values)
@@ -164,6 +182,8 @@ std::optional<Command> ParseCommandLine(int argc, const char* const* argv, std::
         out << kVersion << "\n";
         return std::nullopt;
     } catch (const CLI::ParseError& error) {
+        if (app.get_subcommands().empty())
+            RejectUnknownCommand(app, argc, argv);
         std::string message = error.what();
         while (!message.empty() && message.back() == '\n')
             message.pop_back();

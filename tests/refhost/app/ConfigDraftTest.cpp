@@ -1,0 +1,195 @@
+// The configuration drafts that tessel composes from options, read by the loaded module's
+// engines: every field must come back as given, through the engines' own operations.
+
+#include "AppTestSupport.h"
+#include "refhost/app/AppError.h"
+#include "refhost/app/ConfigDraft.h"
+#include "refhost/testing/TempDir.h"
+#include "refhost/testing/TestText.h"
+
+#include <boost/make_shared.hpp>
+#include <gtest/gtest.h>
+
+namespace tessel {
+namespace testing {
+namespace {
+
+using namespace VeltoGis::ImportExport;
+using refhost::testing::TempDir;
+using refhost::testing::U8;
+using refhost::testing::W;
+
+constexpr unsigned kCodePage = 1252;
+
+ColumnSpec Column(const char* name, ColumnType type = ColumnType::Text, bool enabled = true)
+{
+    return ColumnSpec{name, type, enabled};
+}
+
+TEST(ImportConfigDraft, EngineReadsBackPathDescriptionAndSourceFields)
+{
+    IImportEngine& engine = LoadedModule().Importer();
+    ImportConfigSpec spec;
+    spec.columns = {Column("Punkt"), Column("Höhe", ColumnType::Real), Column("skip", ColumnType::Integer, false),
+                    Column("a&b<c>'d=e", ColumnType::Integer)};
+    CImportDefinition definition;
+    definition.SetImporterConfiguration(ImportConfigDraft(spec, kCodePage).c_str());
+    const WString path = W("/Vermessung/Grüße \"neu\" & <alt>=1.txt");
+    ASSERT_EQ(engine.SetPrimaryFilePath(&definition, path.c_str()), 1);
+
+    EXPECT_EQ(engine.GetPrimaryFilePath(&definition), path);
+    WString description;
+    engine.GetDescription(description, &definition, 0);
+    EXPECT_EQ(description, W("Text file:") + path);
+    DataDefinitionList fields;
+    engine.GetSourceDataDefinitions(&definition, fields, 0);
+    ASSERT_EQ(fields.size(), 3u);
+    const std::pair<const char*, int> expected[] = {{"Punkt", 5005}, {"Höhe", 5001}, {"a&b<c>'d=e", 5010}};
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        EXPECT_EQ(U8(fields[i]->GetDataID()), expected[i].first);
+        EXPECT_EQ(U8(fields[i]->GetName()), expected[i].first);
+        EXPECT_EQ(fields[i]->GetDataType(), expected[i].second);
+    }
+}
+
+struct SplitCase {
+    const char* name;
+    std::optional<std::string> delimiters;
+    std::optional<std::string> comments;
+    std::vector<unsigned> positions;
+    std::string file;
+    std::vector<std::vector<std::string>> rows;
+};
+
+void PrintTo(const SplitCase& test, std::ostream* out) { *out << test.name; }
+
+const SplitCase kSplitCases[] = {
+    {"DefaultBlankAndHash", std::nullopt, std::nullopt, {}, "# x\na  b\n", {{"a", "b"}}},
+    {"MarkupCharacters", "\"&", "<", {}, "<skip\na\"b&c\n", {{"a", "b", "c"}}},
+    {"EqualsSignAndQuote", "='", "=", {}, "=skip\na=b'c\n", {{"a", "b", "c"}}},
+    // The file is in the ANSI code page: ° is B0, § A7, ¤ A4.
+    {"CodePageCharacters", "§¤", "°", {}, "\xB0skip\na\xA7" "b\xA4" "c\n", {{"a", "b", "c"}}},
+    {"TabAndSemicolonKeepEmptyFields", "\t;", "", {}, "a\t;b\n", {{"a", "", "b"}}},
+    {"FixedPositions", std::nullopt, "*", {2, 5}, "*skip\nabcdefg\n", {{"ab", "cde", "fg"}}},
+};
+
+class ImportConfigDraftSplitting : public ::testing::TestWithParam<SplitCase> {};
+
+TEST_P(ImportConfigDraftSplitting, EngineSplitsAndSkipsAsComposed)
+{
+    const SplitCase& test = GetParam();
+    TempDir folder;
+    const WString path = folder.WriteFile("in.txt", test.file);
+    ImportConfigSpec spec;
+    spec.delimiters = test.delimiters;
+    spec.comments = test.comments;
+    spec.fixedPositions = test.positions;
+    spec.columns = {Column("c0"), Column("c1"), Column("c2")};
+    CImportDefinition definition;
+    definition.SetImporterConfiguration(ImportConfigDraft(spec, kCodePage).c_str());
+    IImportEngine& engine = LoadedModule().Importer();
+    ASSERT_EQ(engine.SetPrimaryFilePath(&definition, path.c_str()), 1);
+
+    auto table = boost::make_shared<CDBTable>();
+    ASSERT_EQ(engine.ImportTableRows(definition.GetImporterConfiguration().c_str(), table, 0), 1);
+    std::vector<std::vector<std::string>> rows;
+    for (const auto& row : table->Rows()) {
+        std::vector<std::string> values;
+        for (const auto& value : row->Data())
+            values.push_back(U8(static_cast<WString>(*value)));
+        while (values.size() > test.rows.front().size())
+            values.pop_back();
+        rows.push_back(values);
+    }
+    EXPECT_EQ(rows, test.rows);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, ImportConfigDraftSplitting, ::testing::ValuesIn(kSplitCases),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+struct RejectedCase {
+    const char* name;
+    ImportConfigSpec spec;
+    const char* error;
+};
+
+void PrintTo(const RejectedCase& test, std::ostream* out) { *out << test.name; }
+
+ImportConfigSpec SpecWith(std::optional<std::string> delimiters, std::vector<ColumnSpec> columns)
+{
+    ImportConfigSpec spec;
+    spec.delimiters = std::move(delimiters);
+    spec.columns = std::move(columns);
+    return spec;
+}
+
+const RejectedCase kRejectedCases[] = {
+    {"MultiplicationSignDelimiter", SpecWith("×", {Column("a")}),
+     "--delimiters: the character '×' cannot be stored (the configuration reads it back as '\"')"},
+    {"QuoteInColumnName", SpecWith(std::nullopt, {Column("a\"b")}),
+     "--column: 'a\"b' contains '\"', which the configuration reads back as '×'"},
+    {"DuplicateColumn", SpecWith(std::nullopt, {Column("a"), Column("a")}),
+     "--column: 'a' is given twice; binds reach only the first"},
+    {"OutsideCodePage", SpecWith("Ω", {Column("a")}), "--delimiters: 'Ω' cannot be written in code page 1252"},
+    {"NoDelimiter", SpecWith("", {Column("a")}), "--delimiters: at least one delimiter character is needed"},
+};
+
+class ImportConfigDraftRejects : public ::testing::TestWithParam<RejectedCase> {};
+
+TEST_P(ImportConfigDraftRejects, WhatTheConfigurationCannotCarry)
+{
+    try {
+        ImportConfigDraft(GetParam().spec, kCodePage);
+        FAIL() << "no error";
+    } catch (const AppError& error) {
+        EXPECT_EQ(error.Status(), ExitUsage);
+        EXPECT_STREQ(error.what(), GetParam().error);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, ImportConfigDraftRejects, ::testing::ValuesIn(kRejectedCases),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST(ExportConfigDraft, EngineWritesWithTheComposedCommentDelimiterAndEncoding)
+{
+    IExportEngine& engine = LoadedModule().Exporter();
+    TempDir folder;
+    for (const bool utf16 : {false, true}) {
+        ExportConfigSpec spec;
+        spec.comment = "<!-- ";
+        spec.delimiter = " & \"=\" ";
+        spec.utf16 = utf16;
+        CExportDefinition definition;
+        definition.SetEntityType(VeltoGis::EntityTypePoint);
+        definition.SetExporterConfiguration(ExportConfigDraft(spec, kCodePage).c_str());
+        const WString path = folder.FilePath(utf16 ? "utf16.txt" : "ansi.txt");
+        ASSERT_EQ(engine.SetPrimaryFilePath(&definition, path.c_str()), 1);
+        auto binds = boost::make_shared<CDataBindCollection>();
+        binds->Add(boost::make_shared<CDataBind>(WTEXT("a"), WTEXT("X")));
+        binds->Add(boost::make_shared<CDataBind>(WTEXT("b"), WTEXT("Y")));
+        definition.SetDBCollection(binds);
+        ImpexEntityList entities = {boost::make_shared<CImpexPoint>()};
+        entities[0]->AddData(boost::make_shared<VeltoGis::Data::CDataBox>(WTEXT("1")));
+        entities[0]->AddData(boost::make_shared<VeltoGis::Data::CDataBox>(WTEXT("é")));
+
+        ASSERT_EQ(engine.ExportPoints(&definition, entities), 1);
+        const std::string ansi = "<!-- X & \"=\" Y\r\n1 & \"=\" \xE9\r\n";
+        EXPECT_EQ(folder.ReadFile(utf16 ? "utf16.txt" : "ansi.txt"),
+                  utf16 ? Utf16LeWithMark(u"<!-- X & \"=\" Y\r\n1 & \"=\" é\r\n") : ansi);
+    }
+}
+
+TEST(ExportConfigDraft, DefaultsAreHashTabHeaderAndAnsi)
+{
+    CExportDefinition definition;
+    definition.SetExporterConfiguration(ExportConfigDraft(ExportConfigSpec(), kCodePage).c_str());
+    IExportEngine& engine = LoadedModule().Exporter();
+    ASSERT_EQ(engine.SetPrimaryFilePath(&definition, WTEXT("out.txt")), 1);
+    EXPECT_EQ(U8(definition.GetExporterConfiguration()),
+              R"(<?xml version="1.0" encoding="utf-8"?><cfg txtFile="out.txt" comment="#" delimiter="	" header="1" )"
+              R"(format="0"/>)");
+}
+
+} // namespace
+} // namespace testing
+} // namespace tessel
