@@ -1,0 +1,32 @@
+#pragma once
+// Composes the lines of an export file and writes each as text plus a line feed (which the
+// text file turns into CR LF). Values are written as they stand: no quoting, no escaping, so
+// a value holding the delimiter or a line feed breaks its line's columns.
+
+#include "export/EntityExport.h"
+#include "host/GisData.h"
+#include "host/Text.h"
+
+class TextFile;
+
+class DelimitedLineWriter {
+public:
+    DelimitedLineWriter(TextFile& file, WString delimiter);
+
+    // The comment text directly followed by the target id of every bind, delimited; an empty
+    // bind gives no id but keeps its delimiter.
+    void WriteHeader(const WString& comment, const ExportBindList& binds);
+    // One field per bind: the source's value, transformed for export by its bind, or nothing
+    // when there is no value or it is null. The source's values are not changed.
+    void WriteEntity(ExportValueSource& source, std::size_t entity, const ExportBindList& binds);
+
+private:
+    void AppendValue(const VeltoGis::Data::CDataBox* value, VeltoGis::ImportExport::CDataBind* bind);
+    void WriteLine();
+
+    TextFile& file_;
+    const WString delimiter_;
+    // Kept between lines so that their capacities are reused.
+    WString line_;
+    VeltoGis::Data::CDataBox transformed_;
+};

@@ -1,0 +1,125 @@
+#include "export/EntityExport.h"
+
+#include "export/CXMLTextFileExportConfiguration.h"
+#include "export/DelimitedLineWriter.h"
+#include "host/GisUtility.h"
+#include "textfile/TextFile.h"
+#include "ui/DialogFactory.h"
+#include "ui/ModalDialogScope.h"
+
+#include <algorithm>
+#include <climits>
+
+using VeltoGis::CModuleConfiguration;
+using VeltoGis::enmEntityType;
+using VeltoGis::ImportExport::CDataBindCollection;
+using VeltoGis::ImportExport::CExportDefinition;
+using VeltoGis::Utility::CCoreProgressBar;
+using VeltoGis::Utility::CUtility;
+
+namespace {
+
+constexpr unsigned kProgressCaption = 4048;
+
+// What the definition says for one writer: the main configuration and binds when the job's
+// entity type is the writer's own, the node ones otherwise.
+struct ExportJob {
+    CXMLTextFileExportConfiguration configuration;
+    ExportBindList binds;
+};
+
+ExportJob ReadJob(const CExportDefinition& definition, enmEntityType mainEntityType)
+{
+    const bool main = definition.GetEntityType() == mainEntityType;
+    ExportJob job;
+    job.configuration.FromXml(main ? definition.GetExporterConfiguration()
+                                   : definition.GetExporterConfigurationNode());
+    const boost::shared_ptr<CDataBindCollection> collection =
+        main ? definition.GetDBCollection() : definition.GetDBCollectionNode();
+    if (collection)
+        job.binds = collection->GetDataBindCollection();
+    return job;
+}
+
+// Overwrite for a new file; for an existing one, whatever the user chooses.
+int ChooseFileUse(const WString& path)
+{
+    if (!CUtility::FileExists(path.c_str(), 0))
+        return FileChoiceOverwrite;
+    ModalDialogScope modal;
+    return Dialogs().RunFileChoice(path.c_str());
+}
+
+// The host's progress bar for the length of a run, its earlier state given back on every
+// way out.
+class ExportProgress {
+public:
+    explicit ExportProgress(std::size_t entityCount) : bar_(*CCoreProgressBar::Instance())
+    {
+        bar_.SaveState();
+        const WString caption = CModuleConfiguration::Instance()->GetMsg(kProgressCaption);
+        bar_.Show(caption.c_str(), 0, ClampToInt(entityCount));
+    }
+    ~ExportProgress()
+    {
+        bar_.RestoreState();
+        bar_.Hide();
+    }
+    ExportProgress(const ExportProgress&) = delete;
+    ExportProgress& operator=(const ExportProgress&) = delete;
+
+    void At(std::size_t entity) { bar_.SetPosition(ClampToInt(entity)); }
+
+private:
+    static int ClampToInt(std::size_t value) { return value > INT_MAX ? INT_MAX : static_cast<int>(value); }
+
+    CCoreProgressBar& bar_;
+};
+
+} // namespace
+
+ExportValueSource::~ExportValueSource() = default;
+
+bool EveryBindHasSource(const ExportBindList& binds)
+{
+    return std::all_of(binds.begin(), binds.end(), [](const boost::shared_ptr<VeltoGis::ImportExport::CDataBind>& bind) {
+        return bind && bind->GetSourceDataDefinition();
+    });
+}
+
+int RunEntityExport(CExportDefinition* definition, enmEntityType mainEntityType, ExportValueSource& source)
+{
+    if (!definition)
+        return 0;
+    const ExportJob job = ReadJob(*definition, mainEntityType);
+    const WString path = job.configuration.GetTxtFile();
+    if (path.empty())
+        return 0;
+    const int choice = ChooseFileUse(path);
+    if (choice == FileChoiceCancel)
+        return 0;
+
+    const std::size_t entityCount = source.EntityCount();
+    ExportProgress progress(entityCount);
+    // Checked before opening: a job that cannot be written leaves an existing file as it was.
+    if (entityCount > 0 && !source.CanServe(job.binds))
+        return 0;
+    if (choice != FileChoiceOverwrite && choice != FileChoiceAppend)
+        return 0;
+
+    TextFile file;
+    const int encoding = job.configuration.GetFormat() == 0 ? TextEncoding::Ansi : TextEncoding::Utf16LE;
+    const int mode = choice == FileChoiceOverwrite ? TextFileMode::Write : TextFileMode::Append;
+    if (file.Open(path, mode, encoding, 0) != TextFileResult::Ok)
+        return 0;
+    DelimitedLineWriter writer(file, job.configuration.GetDelimiter());
+    if (job.configuration.GetHeader() != 0)
+        writer.WriteHeader(job.configuration.GetComment(), job.binds);
+    for (std::size_t entity = 0; entity < entityCount; ++entity) {
+        progress.At(entity);
+        writer.WriteEntity(source, entity, job.binds);
+    }
+    // Its result is not looked at: what the disk did not take is lost either way.
+    file.Close();
+    return 1;
+}
