@@ -1,0 +1,73 @@
+#include "import/ImportBuilders.h"
+#include "import/ImportRun.h"
+#include "import/ImportTargets.h"
+#include "import/ResolvedBinds.h"
+
+#include "host/GisUtility.h"
+
+using namespace VeltoGis::ImportExport;
+using VeltoGis::Utility::CUtility;
+
+namespace {
+
+enum CloudRole { Ignored = -1, SetsX, SetsY };
+
+// The point builder's coordinate targets, asymmetry included; every other bind is passed
+// over without even looking up its column.
+int CloudRoleOf(const WString& target)
+{
+    if (target == ImportTarget::NodeCoordinateX || target == ImportTarget::NodeX || target == ImportTarget::NodeEnd)
+        return SetsX;
+    if (target == ImportTarget::NodeCoordinateY)
+        return SetsY;
+    return Ignored;
+}
+
+// Keeps nothing per line but the two coordinates; every point goes to the cloud at once.
+class CloudBuilder final : public ImportLineSink {
+public:
+    CloudBuilder(const boost::shared_ptr<CDataBindCollection>& binds, ImportRun& run, CCloud& cloud)
+        : bindCollection_(binds), binds_(binds.get(), run.Columns(), CloudRoleOf), cloud_(cloud)
+    {
+        run.ReadColumnsUpTo(binds_.HighestColumnNo());
+    }
+
+    void ImportLine(LineFields& fields) override
+    {
+        double x = 0.0, y = 0.0;
+        bool xSet = false, ySet = false;
+        for (const ResolvedBind& bind : binds_) {
+            const WString* field = bind.Field(fields);
+            if (!field)
+                continue;
+            if (bind.role == SetsX) {
+                x = CUtility::AtoF(field->c_str());
+                xSet = true;
+            } else {
+                y = CUtility::AtoF(field->c_str());
+                ySet = true;
+            }
+        }
+        if (xSet && ySet)
+            cloud_.AddPoint(x, y);
+    }
+
+private:
+    boost::shared_ptr<CDataBindCollection> bindCollection_;
+    ResolvedBinds binds_;
+    CCloud& cloud_;
+};
+
+} // namespace
+
+// The secondary configuration only for a line job reading section nodes; the secondary
+// binds whenever section nodes are read. Required as it stands.
+int ImportBuilders::ImportCloud(CImportDefinition& definition, CCloud& cloud)
+{
+    const bool sectionNodes = definition.GetImportSectionNodes() != 0;
+    const bool secondaryConfiguration = sectionNodes && definition.GetEntityType() == VeltoGis::EntityTypeLine;
+    ImportRun run(secondaryConfiguration ? definition.GetImporterConfigurationNode()
+                                         : definition.GetImporterConfiguration());
+    CloudBuilder builder(sectionNodes ? definition.GetDBCollectionNode() : definition.GetDBCollection(), run, cloud);
+    return run.Run(builder, ImportProgressText::Entities);
+}

@@ -1,0 +1,112 @@
+#include "import/ImportRun.h"
+
+#include "host/CadPlatform.h"
+#include "host/GisUtility.h"
+#include "textfile/TextFile.h"
+#include "textfile/WideText.h"
+
+#include <algorithm>
+#include <climits>
+
+using VeltoGis::CModuleConfiguration;
+using VeltoGis::Utility::CCoreProgressBar;
+
+namespace {
+
+constexpr unsigned MsgFileDoesNotOpen = 60043;
+
+WString Msg(unsigned id)
+{
+    return CModuleConfiguration::Instance()->GetMsg(id);
+}
+
+// Hides the bar and gives it back its earlier state on every way out of the run.
+class ProgressShown {
+public:
+    ProgressShown(ImportProgressText text, std::uint64_t lines) : bar_(*CCoreProgressBar::Instance())
+    {
+        const int upper = static_cast<int>(std::min<std::uint64_t>(lines, INT_MAX));
+        bar_.Show(Msg(static_cast<unsigned>(text)).c_str(), 0, upper);
+    }
+    ~ProgressShown()
+    {
+        bar_.Hide();
+        bar_.RestoreState();
+    }
+    ProgressShown(const ProgressShown&) = delete;
+    ProgressShown& operator=(const ProgressShown&) = delete;
+
+    void SetPosition(int position) { bar_.SetPosition(position); }
+
+private:
+    CCoreProgressBar& bar_;
+};
+
+} // namespace
+
+ImportRun::ImportRun(const WString& configurationXml)
+{
+    configuration_.Parse(configurationXml.c_str());
+}
+
+void ImportRun::ReadColumnsUpTo(int highestColumnNo)
+{
+    fieldsRead_ = highestColumnNo < 0 ? 0 : static_cast<std::size_t>(highestColumnNo) + 1;
+}
+
+int ImportRun::Run(ImportLineSink& sink, ImportProgressText progressText, int maxLines)
+{
+    const WString markers = CommentMarkersOf(configuration_.GetComments());
+    const WString path = configuration_.GetTxtFile();
+    if (path.empty())
+        return 0;
+
+    TextFile file;
+    if (file.Open(path, TextFileMode::Read, TextEncoding::Detect, 0) < 0) {
+        acedAlert(FormatWide(Msg(MsgFileDoesNotOpen), {path}).c_str());
+        return 0;
+    }
+    std::uint64_t lineCount = 0;
+    file.CountLines(&lineCount);
+    file.Close();
+    // Not checked: a file that is gone by now simply yields no lines.
+    file.Open(path, TextFileMode::Read, TextEncoding::Detect, 0);
+
+    ProgressShown progress(progressText, lineCount);
+    sink.ExpectLines(lineCount);
+    WString line;
+    for (int position = 0;;) {
+        if (maxLines >= 1 && position >= maxLines)
+            break;
+        progress.SetPosition(++position);
+        if (file.ReadLine(nullptr, line) < 0)
+            break;
+        if (IsCommentLine(line, markers))
+            continue;
+        SplitLine(line);
+        sink.ImportLine(fields_);
+    }
+    file.Close();
+    return 1;
+}
+
+void ImportRun::SplitLine(WString& line)
+{
+    if (fieldsRead_ == 0) {
+        // The builder reads no field: nothing to cut.
+        fields_.count_ = 0;
+        return;
+    }
+    if (configuration_.GetMode() == 0) {
+        NormalizeDelimitedLine(line, configuration_.GetDelimiters(), fields_.fields_);
+        fields_.count_ = fields_.fields_.size();
+        return;
+    }
+    PositionList& positions = configuration_.GetPositions();
+    fields_.count_ = static_cast<std::size_t>(SplitAtPositions(line, positions, fields_.fields_, fieldsRead_));
+    // The list grows by one boundary per line on purpose, but boundaries behind the first
+    // fieldsRead_ never shape a field that is read: dropping them keeps every read field and
+    // every presence test as they were, and memory flat however long the file is.
+    if (positions.size() > fieldsRead_)
+        positions.resize(fieldsRead_);
+}

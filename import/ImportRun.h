@@ -1,0 +1,68 @@
+#pragma once
+// The run that every import builder shares: parse the configuration, open and count the
+// file, drive the progress bar, skip comment lines, split each remaining line and hand its
+// fields to the builder. A builder supplies only what one line becomes.
+
+#include "host/Text.h"
+#include "import/ImportTxtConfiguration.h"
+#include "textfile/FieldSplit.h"
+
+#include <cstddef>
+#include <cstdint>
+
+// The fields of one line. In fixed-width mode only the fields up to the highest column that
+// the builder reads are cut; for those columns Has and Text answer as a full cut would.
+class LineFields {
+public:
+    // True when the line has a field with that (non-negative) column number.
+    bool Has(int no) const { return no >= 0 && static_cast<std::size_t>(no) < count_; }
+    const WString& Text(int no) const { return fields_[static_cast<std::size_t>(no)]; }
+    // The field itself, for builders that rewrite it in place (the upper-cased key).
+    WString& MutableText(int no) { return fields_[static_cast<std::size_t>(no)]; }
+
+private:
+    friend class ImportRun;
+    FieldList fields_;
+    std::size_t count_ = 0;
+};
+
+// What a builder does with one non-comment line.
+class ImportLineSink {
+public:
+    // Told the number of lines the file holds (comments included) before the first line.
+    virtual void ExpectLines(std::uint64_t lineCount) { (void)lineCount; }
+    virtual void ImportLine(LineFields& fields) = 0;
+
+protected:
+    ~ImportLineSink() = default;
+};
+
+// The progress bar's text: entity builders and data-table builders show different messages.
+enum class ImportProgressText : unsigned { Entities = 7875, TableRows = 60043 };
+
+class ImportRun {
+public:
+    // Parses the configuration; text that does not parse leaves the defaults (no file).
+    explicit ImportRun(const WString& configurationXml);
+    ImportRun(const ImportRun&) = delete;
+    ImportRun& operator=(const ImportRun&) = delete;
+
+    const ImportTxtConfiguration::ColumnList& Columns() const { return configuration_.GetColumns(); }
+
+    // Declares the highest column number that the builder will read (-1: none), so that
+    // fixed-width lines are cut only that far and lines without any read field not at all.
+    void ReadColumnsUpTo(int highestColumnNo);
+
+    // Reads the configured file, handing every non-comment line to the sink. maxLines of 1
+    // or more stops after that many lines, comments included. Returns 0 when the path is
+    // empty (silently) or the file does not open (after an alert naming it), else 1.
+    // Exceptions from the sink leave the run after the file is closed and the bar hidden.
+    int Run(ImportLineSink& sink, ImportProgressText progressText, int maxLines = 0);
+
+private:
+    void SplitLine(WString& line);
+
+    ImportTxtConfiguration configuration_;
+    std::size_t fieldsRead_ = SIZE_MAX;
+    LineFields fields_;
+};

@@ -1,0 +1,35 @@
+#pragma once
+// The reserved target ids of import binds, and what a job must (or may not) bind.
+
+#include "host/ImpexEngines.h"
+#include "host/Text.h"
+
+namespace ImportTarget {
+// The entity's name; for data-only jobs the key that attaches data to existing entities.
+inline const WChar* const EntityName = WTEXT("ENTITY_NAME");
+inline const WChar* const NodeCoordinateX = WTEXT("NODE_COORDINATE_X");
+inline const WChar* const NodeCoordinateY = WTEXT("NODE_COORDINATE_Y");
+inline const WChar* const NodeX = WTEXT("NODE_X");
+inline const WChar* const NodeY = WTEXT("NODE_Y");
+// Names of a line's starting and ending node.
+inline const WChar* const NodeStart = WTEXT("NODE_S");
+inline const WChar* const NodeEnd = WTEXT("NODE_E");
+} // namespace ImportTarget
+
+// True when the collection has a bind with that target and a non-empty source id.
+bool IsTargetBound(VeltoGis::ImportExport::CDataBindCollection* binds, const WChar* targetId);
+
+// Appends the targets the job must bind: "ENTITY_NAME" for a data-only job, else the two
+// coordinate targets of a point job (type 1) or of a type 32 job; nothing for a null job.
+void AppendRequiredTargetIds(const VeltoGis::ImportExport::CImportDefinition* definition,
+                             VeltoGis::ImportExport::TargetIdList& ids);
+
+// Appends the node and coordinate targets that a data-only job does not offer.
+void AppendExcludedTargetIds(const VeltoGis::ImportExport::CImportDefinition* definition,
+                             VeltoGis::ImportExport::TargetIdList& ids);
+
+// Checks the job's binds against its entity type. Returns 1 when the job may run; on the
+// first failure sets message to the host's text (8481 coordinates, 8482 entity name,
+// 9001 node names) and returns 0. Polygon jobs that are not data-only and jobs of any
+// other type return 0 with the message untouched.
+int ValidateImportBinds(const VeltoGis::ImportExport::CImportDefinition* definition, WString& message);
