@@ -15,6 +15,8 @@ int ANSI_TextFileReader::ReadChar() { return NextByteSkippingCR(); }
 
 int ANSI_TextFileReader::ReadLine(WString& line, unsigned codePage)
 {
+    if (!(owner_ && owner_->Raw()) && FindTable(codePage))
+        return ReadLineThroughTable(line);
     const int result = ReadByteLine(scratch_);
     if (result != TextFileResult::Ok) {
         line.clear();
@@ -34,6 +36,14 @@ void ANSI_TextFileReader::Convert(std::size_t length, WString& line, unsigned co
             line[i] = static_cast<unsigned char>(scratch_[i]);
         return;
     }
+    // A multi-byte code page; one unit per byte is always room enough.
+    const int converted = length == 0 ? 0
+        : Platform::MultiByteToWide(codePage, scratch_.data(), static_cast<int>(length), &line[0], static_cast<int>(length));
+    line.resize(static_cast<std::size_t>(converted));
+}
+
+const SingleByteCodePage* ANSI_TextFileReader::FindTable(unsigned codePage)
+{
     const unsigned ansiCodePage = Platform::AnsiCodePage();
     if (!tableLookedUp_ || codePage != tableCodePage_ || ansiCodePage != tableAnsiCodePage_) {
         table_ = Platform::FindSingleByteCodePage(codePage);
@@ -41,12 +51,25 @@ void ANSI_TextFileReader::Convert(std::size_t length, WString& line, unsigned co
         tableAnsiCodePage_ = ansiCodePage;
         tableLookedUp_ = true;
     }
-    if (table_) {
-        table_->Decode(scratch_.data(), length, &line[0]);
-        return;
-    }
-    // A multi-byte code page; one unit per byte is always room enough.
-    const int converted = length == 0 ? 0
-        : Platform::MultiByteToWide(codePage, scratch_.data(), static_cast<int>(length), &line[0], static_cast<int>(length));
-    line.resize(static_cast<std::size_t>(converted));
+    return table_;
+}
+
+// A single-byte code page converts each piece straight from the buffer into line. The
+// line keeps the previous line's length until the end, so that growing it rarely has to
+// fill new room before the text is written over it.
+int ANSI_TextFileReader::ReadLineThroughTable(WString& line)
+{
+    std::size_t used = 0;
+    bool textEnded = false;
+    const int result = ReadBytePieces([&](const unsigned char* piece, std::size_t length, bool) {
+        if (textEnded)
+            return;
+        if (line.size() < used + length)
+            line.resize(used + length);
+        const std::size_t decoded = table_->DecodeText(reinterpret_cast<const char*>(piece), length, &line[used]);
+        used += decoded;
+        textEnded = decoded < length;
+    });
+    line.resize(result == TextFileResult::Ok ? used : 0);
+    return result;
 }

@@ -20,6 +20,8 @@ public:
     int CountLines(std::uint64_t& lines) override { return CountByteLines(lines); }
 
 private:
+    const SingleByteCodePage* FindTable(unsigned codePage);
+    int ReadLineThroughTable(WString& line);
     void Convert(std::size_t length, WString& line, unsigned codePage);
 
     const TextFile* owner_;

@@ -1,5 +1,7 @@
 #include "textfile/CodePage.h"
 
+#include "textfile/Sse2.h"
+
 #include <algorithm>
 
 namespace {
@@ -13,16 +15,35 @@ SingleByteCodePage::SingleByteCodePage(unsigned number, const WChar (&toWide)[25
     : number_(number), toByte_(new std::uint16_t[0x10000])
 {
     std::copy(toWide, toWide + 256, toWide_);
+    asciiIdentity_ = true;
+    for (int b = 0; b < 0x80; ++b)
+        asciiIdentity_ = asciiIdentity_ && toWide_[b] == b;
     std::fill(toByte_.get(), toByte_.get() + 0x10000, kNoByte);
     for (int b = 255; b >= 0; --b)
         toByte_[toWide_[b]] = static_cast<std::uint16_t>(b);
 }
 
+template <bool stopAtNul>
+std::size_t SingleByteCodePage::DecodeBytes(const unsigned char* in, std::size_t count, WChar* out) const
+{
+    // Every Windows code page maps 0x01-0x7F to itself, and most text holds nothing else.
+    std::size_t i = asciiIdentity_ ? WidenAsciiBlocks(in, count, out) : 0;
+    for (; i < count; ++i) {
+        if (stopAtNul && in[i] == 0)
+            break;
+        out[i] = toWide_[in[i]];
+    }
+    return i;
+}
+
 void SingleByteCodePage::Decode(const char* bytes, std::size_t count, WChar* out) const
 {
-    const auto* in = reinterpret_cast<const unsigned char*>(bytes);
-    for (std::size_t i = 0; i < count; ++i)
-        out[i] = toWide_[in[i]];
+    DecodeBytes<false>(reinterpret_cast<const unsigned char*>(bytes), count, out);
+}
+
+std::size_t SingleByteCodePage::DecodeText(const char* bytes, std::size_t count, WChar* out) const
+{
+    return DecodeBytes<true>(reinterpret_cast<const unsigned char*>(bytes), count, out);
 }
 
 std::size_t SingleByteCodePage::Encode(const WChar* text, std::size_t count, char* out,

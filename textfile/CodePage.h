@@ -27,6 +27,8 @@ public:
 
     // Converts count bytes into count units. Does not stop at NUL and does not allocate.
     void Decode(const char* bytes, std::size_t count, WChar* out) const;
+    // Converts bytes up to the first NUL (or all count of them); returns the units written.
+    std::size_t DecodeText(const char* bytes, std::size_t count, WChar* out) const;
     // Converts count units into at most count bytes; returns the bytes written. A unit
     // without a byte, a surrogate pair (one replacement for both) and a lone surrogate become
     // the replacement byte, and set *usedDefault when it is given. Does not allocate.
@@ -36,7 +38,11 @@ public:
 private:
     static constexpr std::uint16_t kNoByte = 0xFFFF;
 
+    template <bool stopAtNul>
+    std::size_t DecodeBytes(const unsigned char* in, std::size_t count, WChar* out) const;
+
     unsigned number_;
     WChar toWide_[256];
+    bool asciiIdentity_; // 0x00-0x7F map to themselves
     std::unique_ptr<std::uint16_t[]> toByte_; // 65536 entries
 };

@@ -30,17 +30,17 @@ void SplitByDelimiter(const WString& line, FieldList& fields, WChar delimiter, s
     FieldFiller out(fields);
     if (line.empty())
         return;
-    const std::size_t length = line.size();
-    std::size_t start = 0;
+    const WChar* start = line.data();
+    const WChar* const end = start + line.size();
     for (;;) {
-        std::size_t end = line.find(delimiter, start);
-        if (end == WString::npos)
-            end = length;
-        if (keepEmpty == 1 || end > start)
-            out.Add(line.data() + start, end - start);
-        if (end >= length)
+        const WChar* stop = start;
+        while (stop != end && *stop != delimiter)
+            ++stop;
+        if (keepEmpty == 1 || stop != start)
+            out.Add(start, static_cast<std::size_t>(stop - start));
+        if (stop == end)
             return;
-        start = end + 1;
+        start = stop + 1;
     }
 }
 

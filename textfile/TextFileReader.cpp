@@ -74,24 +74,17 @@ int TextFileReader::NextByteSkippingCR()
     }
 }
 
+const unsigned char* TextFileReader::FindLineFeed(const unsigned char* bytes, std::size_t count)
+{
+    return static_cast<const unsigned char*>(std::memchr(bytes, '\n', count));
+}
+
 int TextFileReader::ReadByteLine(std::string& line)
 {
     line.clear();
-    for (bool firstPass = true;; firstPass = false) {
-        if (UnreadBytes() == 0 && Fill() != TextFileResult::Ok)
-            return firstPass ? TextFileResult::EndOfFile : TextFileResult::Ok;
-        const unsigned char* piece = Unread();
-        const auto* lineFeed = static_cast<const unsigned char*>(std::memchr(piece, '\n', UnreadBytes()));
-        std::size_t length = lineFeed ? static_cast<std::size_t>(lineFeed - piece) : UnreadBytes();
-        Consume(length);
-        if (length > 0 && piece[length - 1] == '\r')
-            --length;
+    return ReadBytePieces([&line](const unsigned char* piece, std::size_t length, bool) {
         line.append(reinterpret_cast<const char*>(piece), length);
-        if (lineFeed) {
-            Consume(1);
-            return TextFileResult::Ok;
-        }
-    }
+    });
 }
 
 int TextFileReader::CountByteLines(std::uint64_t& lines)

@@ -13,6 +13,7 @@
 
 #include "host/Text.h"
 #include "textfile/Platform.h"
+#include "textfile/TextFileTypes.h"
 
 #include <cstdint>
 #include <memory>
@@ -52,12 +53,20 @@ protected:
 
     // The next byte, carriage returns skipped, or a negative result.
     int NextByteSkippingCR();
-    // Gathers the next line's bytes (line feed and the CR rule applied) into line.
+    // Hands the next line's bytes to take(const unsigned char* piece, std::size_t length,
+    // bool last), one piece per buffer fill, with the CR rule applied to each piece; last
+    // tells that a line feed ends the line in this piece. 0, or -1 when nothing at all was
+    // there for a new line.
+    template <class Take>
+    int ReadBytePieces(Take&& take);
+    // Gathers the next line's bytes into line.
     int ReadByteLine(std::string& line);
     // CountLines over bytes: one line per line feed, one more for bytes after the last.
     int CountByteLines(std::uint64_t& lines);
 
 private:
+    static const unsigned char* FindLineFeed(const unsigned char* bytes, std::size_t count);
+
     const WString* fileName_;
     Platform::FileHandle file_;
     int size_;
@@ -67,3 +76,23 @@ private:
     bool atEnd_ = false;
     bool readFailed_ = false;
 };
+
+template <class Take>
+int TextFileReader::ReadBytePieces(Take&& take)
+{
+    for (bool firstPass = true;; firstPass = false) {
+        if (UnreadBytes() == 0 && Fill() != TextFileResult::Ok)
+            return firstPass ? TextFileResult::EndOfFile : TextFileResult::Ok;
+        const unsigned char* piece = Unread();
+        const unsigned char* lineFeed = FindLineFeed(piece, UnreadBytes());
+        std::size_t length = lineFeed ? static_cast<std::size_t>(lineFeed - piece) : UnreadBytes();
+        Consume(length);
+        if (length > 0 && piece[length - 1] == '\r')
+            --length;
+        take(piece, length, lineFeed != nullptr);
+        if (lineFeed) {
+            Consume(1);
+            return TextFileResult::Ok;
+        }
+    }
+}

@@ -1,5 +1,6 @@
 #include "textfile/UTF16_TextFileReader.h"
 
+#include "textfile/Sse2.h"
 #include "textfile/TextFileTypes.h"
 
 #include <cstring>
@@ -59,24 +60,30 @@ std::size_t UTF16_TextFileReader::FindLineFeed(const unsigned char* bytes, std::
     return size;
 }
 
-void UTF16_TextFileReader::AppendUnits(WString& line, const unsigned char* bytes, std::size_t units) const
+void UTF16_TextFileReader::AppendUnits(WString& line, std::size_t& used, const unsigned char* bytes,
+                                       std::size_t units) const
 {
-    const std::size_t old = line.size();
-    line.resize(old + units);
-    WChar* out = &line[old];
+    if (line.size() < used + units)
+        line.resize(used + units);
+    WChar* out = &line[used];
+    used += units;
     std::memcpy(out, bytes, units * sizeof(WChar));
     if (bigEndian_ != kHostBigEndian)
         for (std::size_t i = 0; i < units; ++i)
             out[i] = Swapped(out[i]);
 }
 
+// The line keeps the previous line's length until the end, so that growing it rarely has
+// to fill new room before the units are copied over it.
 int UTF16_TextFileReader::ReadLine(WString& line, unsigned)
 {
-    line.clear();
+    std::size_t used = 0;
     for (bool firstPass = true;; firstPass = false) {
         if (UnreadBytes() < 2 && FillUnits() != TextFileResult::Ok) {
-            if (firstPass)
+            if (firstPass) {
+                line.clear();
                 return TextFileResult::EndOfFile;
+            }
             break;
         }
         const unsigned char* piece = Unread();
@@ -86,15 +93,13 @@ int UTF16_TextFileReader::ReadLine(WString& line, unsigned)
         Consume(lineFeed);
         if (units > 0 && UnitAt(piece + 2 * (units - 1)) == kCarriageReturn)
             --units;
-        AppendUnits(line, piece, units);
+        AppendUnits(line, used, piece, units);
         if (lineFeed < available) {
             Consume(2);
             break;
         }
     }
-    const std::size_t nul = line.find(WChar(0));
-    if (nul != WString::npos)
-        line.resize(nul);
+    line.resize(FindNulUnit(line.data(), used));
     return TextFileResult::Ok;
 }
 

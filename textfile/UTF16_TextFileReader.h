@@ -22,7 +22,7 @@ private:
     WChar UnitAt(const unsigned char* bytes) const;
     // Byte offset of the first line feed unit in bytes[0, size), or size when there is none.
     std::size_t FindLineFeed(const unsigned char* bytes, std::size_t size) const;
-    void AppendUnits(WString& line, const unsigned char* bytes, std::size_t units) const;
+    void AppendUnits(WString& line, std::size_t& used, const unsigned char* bytes, std::size_t units) const;
 
     bool bigEndian_;
 };

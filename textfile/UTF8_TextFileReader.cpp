@@ -1,5 +1,6 @@
 #include "textfile/UTF8_TextFileReader.h"
 
+#include "textfile/Sse2.h"
 #include "textfile/TextFileTypes.h"
 
 #include <cstring>
@@ -46,9 +47,12 @@ std::size_t PutCode(char32_t code, WChar* out)
 // Decodes bytes[0, length) (no NUL among them) into line; stops early where a form decodes
 // to U+0000. The output never needs more than length + 1 units: a form of n bytes gives at
 // most n units, and only the one cut sequence at the end can give two units for one byte.
+// The line keeps the previous line's length while it is written, so that it rarely has to
+// fill new room first.
 void DecodeLine(const unsigned char* bytes, std::size_t length, WString& line)
 {
-    line.resize(length + 1);
+    if (line.size() < length + 1)
+        line.resize(length + 1);
     WChar* const begin = &line[0];
     WChar* out = begin;
     const unsigned char* in = bytes;
@@ -56,6 +60,9 @@ void DecodeLine(const unsigned char* bytes, std::size_t length, WString& line)
     char32_t code = kReplacement;
     while (in < end) {
         const unsigned char* const asciiRun = in;
+        const std::size_t widened = WidenAsciiBlocks(in, static_cast<std::size_t>(end - in), out);
+        in += widened;
+        out += widened;
         while (in < end && *in < 0x80)
             *out++ = *in++;
         if (in != asciiRun)
@@ -81,19 +88,34 @@ void DecodeLine(const unsigned char* bytes, std::size_t length, WString& line)
     line.resize(static_cast<std::size_t>(out - begin));
 }
 
+// The text ends at the first NUL byte.
+void DecodeText(const unsigned char* bytes, std::size_t length, WString& line)
+{
+    const void* nul = std::memchr(bytes, '\0', length);
+    DecodeLine(bytes, nul ? static_cast<std::size_t>(static_cast<const unsigned char*>(nul) - bytes) : length, line);
+}
+
 } // namespace
 
+// A line within one buffer fill is decoded where it stands; a line over several fills is
+// gathered first, since a sequence may be cut between them.
 int UTF8_TextFileReader::ReadLine(WString& line, unsigned)
 {
-    const int result = ReadByteLine(scratch_);
-    if (result != TextFileResult::Ok) {
+    scratch_.clear();
+    bool decoded = false;
+    const int result = ReadBytePieces([&](const unsigned char* piece, std::size_t length, bool last) {
+        if (last && scratch_.empty()) {
+            DecodeText(piece, length, line);
+            decoded = true;
+        } else {
+            scratch_.append(reinterpret_cast<const char*>(piece), length);
+        }
+    });
+    if (result != TextFileResult::Ok)
         line.clear();
-        return result;
-    }
-    const void* nul = std::memchr(scratch_.data(), '\0', scratch_.size());
-    const std::size_t length = nul ? static_cast<const char*>(nul) - scratch_.data() : scratch_.size();
-    DecodeLine(reinterpret_cast<const unsigned char*>(scratch_.data()), length, line);
-    return TextFileResult::Ok;
+    else if (!decoded)
+        DecodeText(reinterpret_cast<const unsigned char*>(scratch_.data()), scratch_.size(), line);
+    return result;
 }
 
 int UTF8_TextFileReader::ReadChar()

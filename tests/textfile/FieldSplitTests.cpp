@@ -221,3 +221,46 @@ TEST(FieldSplit, CommentLines)
 }
 
 } // namespace
+
+namespace {
+
+// Lines of single-character delimiters take a fast path; lines too long for it, and
+// delimiter lists with an empty entry, take the step-by-step one. Both must agree.
+TEST(FieldSplit, FastAndStepwisePreparationAgree)
+{
+    const WString alphabet = Sep(u"ab ,;\t|\r\n");
+    const WString prefix(600, u'x'); // too long for the fast path, and delimiter-free
+    std::mt19937 random(31);
+    for (int round = 0; round < 3000; ++round) {
+        WString line;
+        for (int i = std::uniform_int_distribution<int>(0, 40)(random); i > 0; --i)
+            line += alphabet[std::uniform_int_distribution<std::size_t>(0, alphabet.size() - 1)(random)];
+        for (const DelimiterList& delimiters : {DelimiterList{u" "}, DelimiterList{u","}, DelimiterList{u"\t"},
+                                                DelimiterList{Sep(u"|")}, DelimiterList{u",", u";"},
+                                                DelimiterList{u" ", u"\t", u";"}}) {
+            WString fast = line;
+            Fields fastFields;
+            NormalizeDelimitedLine(fast, delimiters, fastFields);
+
+            WString longLine = prefix + line;
+            Fields longFields;
+            NormalizeDelimitedLine(longLine, delimiters, longFields);
+            Fields expected = fastFields.empty() ? Fields{u""} : fastFields;
+            expected[0] = prefix + expected[0];
+            ASSERT_EQ(longFields, expected) << "round " << round;
+            ASSERT_EQ(longLine, prefix + fast);
+
+            if (delimiters.size() > 1) {
+                DelimiterList withEmpty = delimiters;
+                withEmpty.push_back(u"");
+                WString stepwise = line;
+                Fields stepwiseFields;
+                NormalizeDelimitedLine(stepwise, withEmpty, stepwiseFields);
+                ASSERT_EQ(stepwiseFields, fastFields) << "round " << round;
+                ASSERT_EQ(stepwise, fast);
+            }
+        }
+    }
+}
+
+} // namespace

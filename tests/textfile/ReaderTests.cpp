@@ -262,3 +262,47 @@ TEST(Reader, BareReaderReportsTheEndForEverything)
 }
 
 } // namespace
+
+namespace {
+
+// Lines are converted in blocks where that is possible; a NUL or a byte from 0x80 may sit
+// anywhere in a block, and pieces may end anywhere.
+TEST(Reader, NulEndsTheTextWhereverItIs)
+{
+    ScratchFolder folder;
+    const std::string text = "P1234567 456789.123 5123456.789 301.250 CODE";
+    for (std::size_t at = 0; at <= text.size(); ++at) {
+        std::string ansi = text;
+        ansi.insert(at, 1, '\0');
+        std::string utf16;
+        for (char c : ansi)
+            utf16 += std::string{c, '\0'};
+        const std::pair<std::string, std::uint32_t> files[] = {
+            {ansi + "\nnext", 1}, {"\xEF\xBB\xBF" + ansi + "\nnext", 0}, {"\xFF\xFE" + utf16 + "\n\0n\0"s, 0}};
+        for (const auto& [bytes, flags] : files) {
+            const WString path = folder.Write("nul.txt", bytes);
+            for (int bufferSize : {0, 5, 16}) {
+                const ReadResult result = ReadAll(path, flags, bufferSize);
+                ASSERT_EQ(result.lines.size(), 2u);
+                EXPECT_EQ(result.lines[0], Latin1(text.substr(0, at))) << "NUL at " << at << ", buffer " << bufferSize;
+            }
+        }
+    }
+}
+
+TEST(Reader, NonAsciiByteAnywhereInTheLine)
+{
+    ScratchFolder folder;
+    const std::string text = "P1234567 456789.123 5123456.789 301.250 CODE";
+    for (std::size_t at = 0; at <= text.size(); ++at) {
+        std::string ansi = text;
+        ansi.insert(at, "\xE9");
+        std::string utf8 = text;
+        utf8.insert(at, "\xC3\xA9");
+        const WString expected = Latin1(ansi);
+        EXPECT_EQ(ReadAll(folder.Write("a.txt", ansi), 1, 0, 1252).lines, std::vector<WString>{expected}) << at;
+        EXPECT_EQ(ReadAll(folder.Write("u.txt", utf8), 4).lines, std::vector<WString>{expected}) << at;
+    }
+}
+
+} // namespace

@@ -1,0 +1,64 @@
+#pragma once
+// Block helpers for the hot loops of this folder. SSE2 is part of every x86-64 processor and
+// is used there; elsewhere the helpers do nothing (or the plain thing) and the callers'
+// own loops do the work.
+
+#include "host/Text.h"
+
+#include <cstddef>
+
+#if defined(__SSE2__) || defined(_M_X64)
+#include <emmintrin.h>
+#define TESSEL_HAS_SSE2 1
+#endif
+
+// Widens the leading bytes 0x01-0x7F of in[0, count) into out, whole blocks of eight or
+// sixteen at a time, and returns how many it took. The caller converts the rest, starting
+// with the block that holds the first other byte.
+inline std::size_t WidenAsciiBlocks(const unsigned char* in, std::size_t count, WChar* out)
+{
+    std::size_t i = 0;
+#ifdef TESSEL_HAS_SSE2
+    const __m128i zero = _mm_setzero_si128();
+    const auto plain = [zero](__m128i chunk) {
+        return (_mm_movemask_epi8(chunk) | _mm_movemask_epi8(_mm_cmpeq_epi8(chunk, zero))) == 0;
+    };
+    for (; i + 16 <= count; i += 16) {
+        const __m128i chunk = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in + i));
+        if (!plain(chunk))
+            return i;
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i), _mm_unpacklo_epi8(chunk, zero));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i + 8), _mm_unpackhi_epi8(chunk, zero));
+    }
+    if (i + 8 <= count) {
+        const __m128i chunk = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(in + i));
+        // The upper half loads as zero bytes; make them count as plain.
+        if (plain(_mm_unpacklo_epi64(chunk, _mm_set1_epi8(1)))) {
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i), _mm_unpacklo_epi8(chunk, zero));
+            i += 8;
+        }
+    }
+#else
+    (void)in;
+    (void)count;
+    (void)out;
+#endif
+    return i;
+}
+
+// The index of the first U+0000 in text[0, count), or count.
+inline std::size_t FindNulUnit(const WChar* text, std::size_t count)
+{
+    std::size_t i = 0;
+#ifdef TESSEL_HAS_SSE2
+    const __m128i zero = _mm_setzero_si128();
+    for (; i + 8 <= count; i += 8) {
+        const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+        if (_mm_movemask_epi8(_mm_cmpeq_epi16(units, zero)) != 0)
+            break;
+    }
+#endif
+    while (i < count && text[i] != 0)
+        ++i;
+    return i;
+}
