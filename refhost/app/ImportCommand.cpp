@@ -35,12 +35,14 @@ int RunImportCommand(ModuleHost& module, const ImportRequest& request, const Glo
     const auto writer = MakeRecordWriter(request.format.value_or(FormatForPath(path)), output);
     job.Write(*writer);
     output.Commit();
+    const std::size_t records = job.RecordCount();
+    job.KeepRecordsUntilExit();
 
     if (!global.quiet) {
         const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
         char time[32];
         std::snprintf(time, sizeof time, "%.2f s", seconds);
-        std::cerr << "tessel: imported " << GroupedCount(job.RecordCount()) << " " << job.RecordNoun() << " from '"
+        std::cerr << "tessel: imported " << GroupedCount(records) << " " << job.RecordNoun() << " from '"
                   << request.file << "' to " << output.DisplayName() << " in " << time << std::endl;
     }
     return ExitSuccess;

@@ -329,6 +329,18 @@ void ImportJob::Write(RecordWriter& writer) const
     writer.End();
 }
 
+void ImportJob::KeepRecordsUntilExit()
+{
+    struct Records {
+        ImpexEntityList entities;
+        boost::shared_ptr<CDBTable> table;
+        boost::shared_ptr<CCloud> cloud;
+    };
+    static std::vector<Records>* const kept = new std::vector<Records>();
+    kept->push_back(Records{std::move(entities_), std::move(table_), std::move(cloud_)});
+    entities_.clear();
+}
+
 std::size_t ImportJob::RecordCount() const
 {
     if (table_)

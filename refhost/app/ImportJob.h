@@ -37,6 +37,12 @@ public:
     // Hands every record to the writer, in file order.
     void Write(RecordWriter& writer) const;
 
+    // Hands the records to the end of the process instead of freeing them with the job: for
+    // files of millions of lines, freeing every entity and value one by one costs a third
+    // of the whole run, and the process ends right after the output is in place. The
+    // records stay reachable, so leak checkers do not count them.
+    void KeepRecordsUntilExit();
+
     // What the run produced and what it read, for the summary line.
     std::size_t RecordCount() const;
     const char* RecordNoun() const;

@@ -8,7 +8,10 @@
 #include <boost/make_shared.hpp>
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <cmath>
+#include <cstring>
+#include <random>
 #include <cstdlib>
 #include <limits>
 
@@ -31,6 +34,34 @@ TEST(ValueText, NumbersAreTheShortestTextThatReadsBack)
         AppendJsonNumber(out, value);
         EXPECT_EQ(out, text);
         EXPECT_EQ(std::strtod(out.c_str(), nullptr), value) << text;
+    }
+}
+
+// The quick way for values with few decimals must give exactly the general algorithm's text.
+TEST(ValueText, FewDecimalValuesGiveTheGeneralShortestText)
+{
+    std::mt19937_64 random(20240611);
+    std::vector<double> values = {0.001, -0.001, 0.0015, 999999999.999999, 0.1 + 0.2, 1e-5, 123456789.5};
+    for (int decimals = 0; decimals <= 8; ++decimals) {
+        for (int i = 0; i < 20000; ++i) {
+            const auto units = static_cast<long long>(random() % 2000000000000ULL) - 1000000000000LL;
+            values.push_back(static_cast<double>(units) / std::pow(10.0, decimals));
+            values.push_back(static_cast<double>(units % 100000) / std::pow(10.0, decimals));
+        }
+    }
+    for (int i = 0; i < 20000; ++i) {
+        const std::uint64_t bits = random();
+        double value;
+        std::memcpy(&value, &bits, sizeof value);
+        if (std::isfinite(value))
+            values.push_back(value);
+    }
+    for (const double value : values) {
+        char general[32];
+        const auto end = std::to_chars(general, general + sizeof general, value).ptr;
+        std::string out;
+        AppendJsonNumber(out, value);
+        ASSERT_EQ(out, std::string(general, end)) << value;
     }
 }
 

@@ -1,0 +1,205 @@
+// bench-app: runs the tessel binary as a user runs it on a survey file of tessel-gen-survey
+// (name x y z code) and reports records per second of processor time (user + system of the
+// child: the machine is shared), wall time and peak memory, beside the engine's own speed as
+// bench-import measures it on the same file. tessel's figure includes everything the user
+// waits for: starting, loading the module, the engine's two passes, writing the output.
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/time.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <vector>
+
+extern char** environ;
+
+namespace {
+
+const char kUsage[] =
+    "usage: bench-app FILE [--tessel PATH] [--bench-import PATH] [--no-engine]\n"
+    "\n"
+    "FILE is a space-delimited survey file of tessel-gen-survey. Runs, each once:\n"
+    "  bench-import FILE --only points, and --only cloud (the engine's figures)\n"
+    "  tessel import points FILE ... -o /dev/null                  (JSON Lines)\n"
+    "  tessel import points FILE ... -o /dev/null --format geojson (GeoJSON)\n"
+    "  tessel import cloud FILE ... -o /dev/null                   (JSON Lines)\n"
+    "tessel and bench-import are looked for beside bench-app unless given.\n";
+
+struct Run {
+    double cpuSeconds = 0;
+    double wallSeconds = 0;
+    long peakKilobytes = 0;
+    int status = -1;
+    std::string output;
+};
+
+std::string ProgramFolder()
+{
+    char path[PATH_MAX];
+    const ssize_t length = readlink("/proc/self/exe", path, sizeof path - 1);
+    if (length <= 0)
+        return ".";
+    const std::string program(path, static_cast<std::size_t>(length));
+    return program.substr(0, program.rfind('/'));
+}
+
+double Seconds(const timeval& time) { return static_cast<double>(time.tv_sec) + time.tv_usec * 1e-6; }
+
+// Runs the program with its standard output captured in a file and its standard error
+// passed through; processor time and peak memory are the child's own.
+Run Spawn(const std::vector<std::string>& words)
+{
+    char outputPath[] = "/tmp/bench-app-XXXXXX";
+    const int outputFile = mkstemp(outputPath);
+    std::vector<char*> argv;
+    std::vector<std::string> copy = words;
+    for (std::string& word : copy)
+        argv.push_back(word.data());
+    argv.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, outputFile, STDOUT_FILENO);
+    Run run;
+    const auto started = std::chrono::steady_clock::now();
+    pid_t child = 0;
+    if (posix_spawn(&child, argv[0], &actions, nullptr, argv.data(), environ) == 0) {
+        int status = 0;
+        rusage usage{};
+        wait4(child, &status, 0, &usage);
+        run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        run.cpuSeconds = Seconds(usage.ru_utime) + Seconds(usage.ru_stime);
+        run.peakKilobytes = usage.ru_maxrss;
+    }
+    run.wallSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
+    posix_spawn_file_actions_destroy(&actions);
+    lseek(outputFile, 0, SEEK_SET);
+    char block[4096];
+    for (ssize_t got; (got = read(outputFile, block, sizeof block)) > 0;)
+        run.output.append(block, static_cast<std::size_t>(got));
+    close(outputFile);
+    unlink(outputPath);
+    return run;
+}
+
+// Records: lines that are not comments ('#' first), as the engine counts points.
+unsigned long long CountRecords(const std::string& path, double& megabytes)
+{
+    const int file = open(path.c_str(), O_RDONLY);
+    if (file < 0)
+        return 0;
+    std::vector<char> block(1 << 20);
+    unsigned long long records = 0, bytes = 0;
+    bool lineStart = true, comment = false;
+    for (ssize_t got; (got = read(file, block.data(), block.size())) > 0;) {
+        bytes += static_cast<unsigned long long>(got);
+        for (ssize_t i = 0; i < got; ++i) {
+            if (lineStart)
+                comment = block[i] == '#';
+            lineStart = block[i] == '\n';
+            if (lineStart && !comment)
+                ++records;
+        }
+    }
+    close(file);
+    megabytes = static_cast<double>(bytes) / 1e6;
+    return records;
+}
+
+// The "lines/s" figure of one bench-import report line ("ImportPoints ... 534309 lines/s").
+double EngineLinesPerSecond(const std::string& report, const char* name)
+{
+    const auto line = report.find(name);
+    if (line == std::string::npos)
+        return 0;
+    const auto unit = report.find(" lines/s", line);
+    if (unit == std::string::npos)
+        return 0;
+    const auto start = report.rfind(' ', unit - 1);
+    return std::atof(report.substr(start + 1, unit - start - 1).c_str());
+}
+
+void Report(const char* name, const Run& run, unsigned long long records, double engine)
+{
+    if (run.status != 0) {
+        std::printf("%-34s failed with status %d\n", name, run.status);
+        return;
+    }
+    const double speed = records / run.cpuSeconds;
+    std::printf("%-34s %7.3f s cpu (%7.3f s wall) %10.0f lines/s  peak %7.1f MB", name, run.cpuSeconds,
+                run.wallSeconds, speed, run.peakKilobytes / 1024.0);
+    if (engine > 0)
+        std::printf("   %5.1f %% of the engine's speed", 100.0 * speed / engine);
+    std::printf("\n");
+    std::fflush(stdout);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::string file, tessel = ProgramFolder() + "/tessel", benchImport = ProgramFolder() + "/bench-import";
+    bool engine = true;
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        if (argument == "--tessel" && i + 1 < argc)
+            tessel = argv[++i];
+        else if (argument == "--bench-import" && i + 1 < argc)
+            benchImport = argv[++i];
+        else if (argument == "--no-engine")
+            engine = false;
+        else if (file.empty() && !argument.empty() && argument[0] != '-')
+            file = argument;
+        else
+            file.clear(), i = argc;
+    }
+    if (file.empty()) {
+        std::fputs(kUsage, stderr);
+        return 2;
+    }
+    double megabytes = 0;
+    const unsigned long long records = CountRecords(file, megabytes);
+    if (records == 0) {
+        std::fprintf(stderr, "bench-app: cannot read %s, or it holds no records\n", file.c_str());
+        return 1;
+    }
+    std::printf("%s: %.1f MB, %llu records\n", file.c_str(), megabytes, records);
+
+    const std::vector<std::string> points = {tessel,     "-q",     "import",   "points",  file,       "--column",
+                                             "name",     "--column", "x:real", "--column", "y:real", "--column",
+                                             "z:real",   "--column", "code",   "--bind",  "name=ENTITY_NAME",
+                                             "--bind",   "x=NODE_COORDINATE_X", "--bind", "y=NODE_COORDINATE_Y",
+                                             "--bind",   "z=HEIGHT", "--bind", "code=CODE", "-o", "/dev/null"};
+    std::vector<std::string> geoJson = points;
+    geoJson.insert(geoJson.end(), {"--format", "geojson"});
+    const std::vector<std::string> cloud = {tessel,     "-q",       "import", "cloud",    file,
+                                            "--column", "name",     "--column", "x:real", "--column",
+                                            "y:real",   "--bind",   "x=NODE_COORDINATE_X", "--bind",
+                                            "y=NODE_COORDINATE_Y", "-o", "/dev/null"};
+
+    double enginePoints = 0, engineCloud = 0;
+    if (engine) {
+        const Run pointsRun = Spawn({benchImport, file, "--only", "points"});
+        enginePoints = EngineLinesPerSecond(pointsRun.output, "ImportPoints");
+        std::printf("%-34s %7.3f s cpu in all %24.0f lines/s  peak %7.1f MB\n", "engine ImportPoints (bench-import)",
+                    pointsRun.cpuSeconds, enginePoints, pointsRun.peakKilobytes / 1024.0);
+    }
+    Report("tessel import points -> .jsonl", Spawn(points), records, enginePoints);
+    Report("tessel import points -> GeoJSON", Spawn(geoJson), records, enginePoints);
+    if (engine) {
+        const Run cloudRun = Spawn({benchImport, file, "--only", "cloud"});
+        engineCloud = EngineLinesPerSecond(cloudRun.output, "ImportCloud");
+        std::printf("%-34s %7.3f s cpu in all %24.0f lines/s  peak %7.1f MB\n", "engine ImportCloud (bench-import)",
+                    cloudRun.cpuSeconds, engineCloud, cloudRun.peakKilobytes / 1024.0);
+    }
+    Report("tessel import cloud -> .jsonl", Spawn(cloud), records, engineCloud);
+    return 0;
+}
