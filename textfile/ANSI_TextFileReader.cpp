@@ -15,7 +15,8 @@ int ANSI_TextFileReader::ReadChar() { return NextByteSkippingCR(); }
 
 int ANSI_TextFileReader::ReadLine(WString& line, unsigned codePage)
 {
-    if (!(owner_ && owner_->Raw()) && FindTable(codePage))
+    const bool raw = owner_ && owner_->Raw();
+    if (!raw && FindTable(codePage))
         return ReadLineThroughTable(line);
     const int result = ReadByteLine(scratch_);
     if (result != TextFileResult::Ok) {
@@ -24,11 +25,12 @@ int ANSI_TextFileReader::ReadLine(WString& line, unsigned codePage)
     }
     const void* nul = std::memchr(scratch_.data(), '\0', scratch_.size());
     const std::size_t length = nul ? static_cast<const char*>(nul) - scratch_.data() : scratch_.size();
-    Convert(length, line, codePage);
+    ConvertGathered(length, line, codePage);
     return TextFileResult::Ok;
 }
 
-void ANSI_TextFileReader::Convert(std::size_t length, WString& line, unsigned codePage)
+// The gathered line, raw or through a multi-byte code page.
+void ANSI_TextFileReader::ConvertGathered(std::size_t length, WString& line, unsigned codePage)
 {
     line.resize(length);
     if (owner_ && owner_->Raw()) {

@@ -22,7 +22,7 @@ public:
 private:
     const SingleByteCodePage* FindTable(unsigned codePage);
     int ReadLineThroughTable(WString& line);
-    void Convert(std::size_t length, WString& line, unsigned codePage);
+    void ConvertGathered(std::size_t length, WString& line, unsigned codePage);
 
     const TextFile* owner_;
     std::string scratch_;

@@ -235,6 +235,18 @@ void ConvertWithIconv(iconv_t cd, const char* input, std::size_t size, Sink<OutU
 bool IsHighSurrogate(WChar unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 bool IsLowSurrogate(WChar unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
+// Runs convert(entry) on the code page's entry with the registry locked; 0 for a code page
+// the system does not know.
+template <class Convert>
+int WithCodePage(unsigned codePage, Convert convert)
+{
+    const unsigned resolved = Resolve(codePage);
+    auto& registry = CodePageRegistry::Instance();
+    std::lock_guard<std::mutex> lock(registry.Lock());
+    const CodePageEntry& entry = registry.Entry(resolved);
+    return entry.known ? convert(entry) : 0;
+}
+
 } // namespace
 
 namespace Platform {
@@ -259,28 +271,24 @@ int MultiByteToWide(unsigned codePage, const char* bytes, int byteCount, WChar* 
     if (!bytes || byteCount == 0 || byteCount < -1 || outCapacity < 0 || (outCapacity > 0 && !out))
         return 0;
     const std::size_t size = byteCount == -1 ? std::strlen(bytes) + 1 : static_cast<std::size_t>(byteCount);
-    const unsigned resolved = Resolve(codePage);
-    auto& registry = CodePageRegistry::Instance();
-    std::lock_guard<std::mutex> lock(registry.Lock());
-    const CodePageEntry& entry = registry.Entry(resolved);
-    if (!entry.known)
-        return 0;
-    if (entry.table) {
-        if (size > static_cast<std::size_t>(INT32_MAX))
-            return 0;
-        if (outCapacity == 0)
+    return WithCodePage(codePage, [&](const CodePageEntry& entry) {
+        if (entry.table) {
+            if (size > static_cast<std::size_t>(INT32_MAX))
+                return 0;
+            if (outCapacity == 0)
+                return static_cast<int>(size);
+            if (static_cast<std::size_t>(outCapacity) < size)
+                return 0;
+            entry.table->Decode(bytes, size, out);
             return static_cast<int>(size);
-        if (static_cast<std::size_t>(outCapacity) < size)
-            return 0;
-        entry.table->Decode(bytes, size, out);
-        return static_cast<int>(size);
-    }
-    Sink<WChar> sink(out, outCapacity);
-    ConvertWithIconv(entry.toWide, bytes, size, sink, [&sink](const char*, std::size_t) {
-        sink.Put(kReplacementUnit);
-        return std::size_t{1};
+        }
+        Sink<WChar> sink(out, outCapacity);
+        ConvertWithIconv(entry.toWide, bytes, size, sink, [&sink](const char*, std::size_t) {
+            sink.Put(kReplacementUnit);
+            return std::size_t{1};
+        });
+        return sink.Result();
     });
-    return sink.Result();
 }
 
 int WideToMultiByte(unsigned codePage, const WChar* text, int count, char* out, int outCapacity,
@@ -290,38 +298,33 @@ int WideToMultiByte(unsigned codePage, const WChar* text, int count, char* out, 
         return 0;
     const std::size_t units = count == -1 ? WideLength(text) + 1 : static_cast<std::size_t>(count);
     const char replacement = defaultChar && *defaultChar ? *defaultChar : kDefaultReplacementByte;
-    const unsigned resolved = Resolve(codePage);
-    auto& registry = CodePageRegistry::Instance();
-    std::lock_guard<std::mutex> lock(registry.Lock());
-    const CodePageEntry& entry = registry.Entry(resolved);
-    if (!entry.known)
-        return 0;
-    if (entry.table) {
-        std::size_t needed = 0;
-        for (std::size_t i = 0; i < units; ++i, ++needed)
-            if (IsHighSurrogate(text[i]) && i + 1 < units && IsLowSurrogate(text[i + 1]))
-                ++i;
-        if (needed > static_cast<std::size_t>(INT32_MAX))
-            return 0;
-        if (outCapacity == 0)
-            return static_cast<int>(needed);
-        if (static_cast<std::size_t>(outCapacity) < needed)
-            return 0;
-        return static_cast<int>(entry.table->Encode(text, units, out, replacement, usedDefault));
-    }
-    Sink<char> sink(out, outCapacity);
-    const char* input = reinterpret_cast<const char*>(text);
-    ConvertWithIconv(entry.fromWide, input, units * sizeof(WChar), sink,
-                     [&](const char* at, std::size_t left) {
-                         sink.Put(replacement);
-                         if (usedDefault)
-                             *usedDefault = true;
-                         WChar unit[2];
-                         std::memcpy(unit, at, left >= sizeof(unit) ? sizeof(unit) : sizeof(WChar));
-                         const bool pair = left >= sizeof(unit) && IsHighSurrogate(unit[0]) && IsLowSurrogate(unit[1]);
-                         return pair ? sizeof(unit) : sizeof(WChar);
-                     });
-    return sink.Result();
+    return WithCodePage(codePage, [&](const CodePageEntry& entry) {
+        if (entry.table) {
+            std::size_t needed = 0;
+            for (std::size_t i = 0; i < units; ++i, ++needed)
+                if (IsHighSurrogate(text[i]) && i + 1 < units && IsLowSurrogate(text[i + 1]))
+                    ++i;
+            if (needed > static_cast<std::size_t>(INT32_MAX))
+                return 0;
+            if (outCapacity == 0)
+                return static_cast<int>(needed);
+            if (static_cast<std::size_t>(outCapacity) < needed)
+                return 0;
+            return static_cast<int>(entry.table->Encode(text, units, out, replacement, usedDefault));
+        }
+        Sink<char> sink(out, outCapacity);
+        const char* input = reinterpret_cast<const char*>(text);
+        ConvertWithIconv(entry.fromWide, input, units * sizeof(WChar), sink, [&](const char* at, std::size_t left) {
+            sink.Put(replacement);
+            if (usedDefault)
+                *usedDefault = true;
+            WChar unit[2];
+            std::memcpy(unit, at, left >= sizeof(unit) ? sizeof(unit) : sizeof(WChar));
+            const bool pair = left >= sizeof(unit) && IsHighSurrogate(unit[0]) && IsLowSurrogate(unit[1]);
+            return pair ? sizeof(unit) : sizeof(WChar);
+        });
+        return sink.Result();
+    });
 }
 
 } // namespace Platform

@@ -14,7 +14,6 @@
 #include <array>
 #include <cstdint>
 
-
 namespace {
 
 // Positions of separators in a line short enough for the fast path. Every character gets a

@@ -7,10 +7,31 @@
 // read, so other threads may use the platform layer meanwhile.
 namespace {
 
-int openFailures = 0;
-int opensBeforeFailure = 0;
-int readFailures = 0;
-int readsBeforeFailure = 0;
+// Some calls that still succeed, then some that fail.
+struct PlannedFailures {
+    int goodCalls = 0;
+    int failures = 0;
+
+    void Plan(int count, int good)
+    {
+        failures = std::max(count, 0);
+        goodCalls = std::max(good, 0);
+    }
+    bool NextCallFails()
+    {
+        if (failures == 0)
+            return false;
+        if (goodCalls > 0) {
+            --goodCalls;
+            return false;
+        }
+        --failures;
+        return true;
+    }
+};
+
+PlannedFailures openPlan;
+PlannedFailures readPlan;
 bool writeBudgetSet = false;
 std::uint64_t writeBudget = 0;
 
@@ -18,17 +39,9 @@ std::uint64_t writeBudget = 0;
 
 namespace Platform::Faults {
 
-void FailOpens(int count, int goodOpens)
-{
-    openFailures = std::max(count, 0);
-    opensBeforeFailure = std::max(goodOpens, 0);
-}
+void FailOpens(int count, int goodOpens) { openPlan.Plan(count, goodOpens); }
 
-void FailReads(int count, int goodReads)
-{
-    readFailures = std::max(count, 0);
-    readsBeforeFailure = std::max(goodReads, 0);
-}
+void FailReads(int count, int goodReads) { readPlan.Plan(count, goodReads); }
 
 void FailWritesAfter(std::uint64_t byteBudget)
 {
@@ -38,10 +51,8 @@ void FailWritesAfter(std::uint64_t byteBudget)
 
 void ClearFaults()
 {
-    openFailures = 0;
-    opensBeforeFailure = 0;
-    readFailures = 0;
-    readsBeforeFailure = 0;
+    openPlan = PlannedFailures();
+    readPlan = PlannedFailures();
     writeBudgetSet = false;
     writeBudget = 0;
 }
@@ -50,29 +61,9 @@ void ClearFaults()
 
 namespace Platform::FaultPoint {
 
-bool OpenFails()
-{
-    if (openFailures == 0)
-        return false;
-    if (opensBeforeFailure > 0) {
-        --opensBeforeFailure;
-        return false;
-    }
-    --openFailures;
-    return true;
-}
+bool OpenFails() { return openPlan.NextCallFails(); }
 
-bool ReadFails()
-{
-    if (readFailures == 0)
-        return false;
-    if (readsBeforeFailure > 0) {
-        --readsBeforeFailure;
-        return false;
-    }
-    --readFailures;
-    return true;
-}
+bool ReadFails() { return readPlan.NextCallFails(); }
 
 std::uint32_t WritableBytes(std::uint32_t size)
 {

@@ -107,63 +107,62 @@ bool OpenForReading(TextFile& file, const Options& options)
     return true;
 }
 
-Result CountPass(const Options& options)
+// One timed pass: opens the file and lets work read it.
+template <class Work>
+Result TimedPass(const Options& options, Work work)
 {
     Result result;
     const Stopwatch watch;
     TextFile file;
     if (!OpenForReading(file, options))
         std::exit(1);
-    std::uint64_t lines = 0;
-    file.CountLines(&lines);
-    result.lines = lines;
+    work(file, result);
     watch.Stop(result);
     return result;
+}
+
+Result CountPass(const Options& options)
+{
+    return TimedPass(options, [](TextFile& file, Result& result) {
+        std::uint64_t lines = 0;
+        file.CountLines(&lines);
+        result.lines = lines;
+    });
 }
 
 Result ReadLinePass(const Options& options)
 {
-    Result result;
-    const Stopwatch watch;
-    TextFile file;
-    if (!OpenForReading(file, options))
-        std::exit(1);
-    WString line;
-    while (file.ReadLine(nullptr, line) == TextFileResult::Ok) {
-        ++result.lines;
-        result.check += line.size();
-    }
-    watch.Stop(result);
-    return result;
+    return TimedPass(options, [](TextFile& file, Result& result) {
+        WString line;
+        while (file.ReadLine(nullptr, line) == TextFileResult::Ok) {
+            ++result.lines;
+            result.check += line.size();
+        }
+    });
 }
 
+// The per-line work of an import: the comment test, then the delimited preparation or the
+// fixed-width cut (whose position list grows by a line length per line, as the import's does).
 Result SplitPass(const Options& options)
 {
-    Result result;
-    const Stopwatch watch;
-    TextFile file;
-    if (!OpenForReading(file, options))
-        std::exit(1);
-    const WString markers = CommentMarkersOf(options.comments);
-    PositionList positions = options.positions;
-    const std::size_t fieldsUsed = options.positions.size() + 1;
-    WString line;
-    FieldList fields;
-    while (file.ReadLine(nullptr, line) == TextFileResult::Ok) {
-        ++result.lines;
-        if (IsCommentLine(line, markers))
-            continue;
-        if (options.fixed) {
-            positions.resize(options.positions.size()); // the import's own list grows; not measured here
-            SplitAtPositions(line, positions, fields, fieldsUsed);
-        } else {
-            NormalizeDelimitedLine(line, options.delimiters, fields);
+    return TimedPass(options, [&options](TextFile& file, Result& result) {
+        const WString markers = CommentMarkersOf(options.comments);
+        PositionList positions = options.positions;
+        const std::size_t fieldsUsed = options.positions.size() + 1;
+        WString line;
+        FieldList fields;
+        while (file.ReadLine(nullptr, line) == TextFileResult::Ok) {
+            ++result.lines;
+            if (IsCommentLine(line, markers))
+                continue;
+            if (options.fixed)
+                SplitAtPositions(line, positions, fields, fieldsUsed);
+            else
+                NormalizeDelimitedLine(line, options.delimiters, fields);
+            for (const WString& field : fields)
+                result.check += field.size();
         }
-        for (const WString& field : fields)
-            result.check += field.size();
-    }
-    watch.Stop(result);
-    return result;
+    });
 }
 
 // Runs every pass once per round, so that each round sees the machine in the same state
