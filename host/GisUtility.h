@@ -52,6 +52,9 @@ public:
     const std::vector<Call>& RecordedCalls() const { return calls_; }
     bool IsShown() const { return shown_; }
     int Position() const { return position_; }
+    // The upper bound of the last Show, which RestoreState leaves alone: how many steps the
+    // last run announced (for an import, the lines of its file).
+    int LastShownUpper() const { return lastShownUpper_; }
     // Draws on stderr when it is a terminal and drawing is enabled (the host application
     // enables it unless told to be quiet).
     void EnableDrawing(bool enable);
@@ -69,6 +72,7 @@ private:
     int lower_ = 0;
     int upper_ = 0;
     int position_ = 0;
+    int lastShownUpper_ = 0;
     int nextDrawPosition_ = 0;
     long long lastDrawMicroseconds_ = 0;
     WString text_;

@@ -93,6 +93,7 @@ void CCoreProgressBar::Show(const WChar* text, int lower, int upper)
         Record(calls_, CallKind::Show, lower, upper, text_.c_str());
     lower_ = lower;
     upper_ = upper;
+    lastShownUpper_ = upper;
     position_ = lower;
     shown_ = true;
     lastDrawMicroseconds_ = 0; // a new bar is drawn at once
