@@ -20,7 +20,7 @@ int RunTargetsCommand(ModuleHost& module, const TargetsRequest& request, std::os
 // Loads the module and runs the command: the one place where a command line becomes work.
 int RunCommand(const Command& command, std::ostream& out);
 
-// "12,345,678": counts in summary lines.
-std::string GroupedCount(std::size_t count);
+// "12,345,678 points", "1 point": counts in summary lines.
+std::string Counted(std::size_t count, const std::string& singular, const std::string& plural);
 
 } // namespace tessel

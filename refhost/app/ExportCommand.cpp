@@ -107,7 +107,7 @@ int RunExportCommand(ModuleHost& module, const ExportRequest& request, const Glo
         const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
         char time[32];
         std::snprintf(time, sizeof time, "%.2f s", seconds);
-        std::cerr << "tessel: exported " << GroupedCount(job.EntityCount()) << " " << job.EntityName() << " from '"
+        std::cerr << "tessel: exported " << Counted(job.EntityCount(), "entity", "entities") << " as " << job.EntityName() << " from '"
                   << request.input << "' to '" << request.output << "' in " << time << std::endl;
     }
     return ExitSuccess;

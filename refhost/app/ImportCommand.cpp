@@ -40,10 +40,14 @@ int RunImportCommand(ModuleHost& module, const ImportRequest& request, const Glo
 
     if (!global.quiet) {
         const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
+        const std::size_t lines = job.LinesRead();
         char time[32];
         std::snprintf(time, sizeof time, "%.2f s", seconds);
-        std::cerr << "tessel: imported " << GroupedCount(records) << " " << job.RecordNoun() << " from '"
-                  << request.file << "' to " << output.DisplayName() << " in " << time << std::endl;
+        const std::string noun = job.RecordNoun();
+        std::cerr << "tessel: read " << Counted(lines, "line", "lines") << " of '" << request.file << "', imported "
+                  << Counted(records, noun, noun + "s") << " ("
+                  << Counted(lines > records ? lines - records : 0, "line", "lines") << " skipped) to "
+                  << output.DisplayName() << " in " << time << std::endl;
     }
     return ExitSuccess;
 }

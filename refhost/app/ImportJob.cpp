@@ -1,5 +1,6 @@
 #include "refhost/app/ImportJob.h"
 
+#include "host/GisUtility.h"
 #include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
 #include "refhost/app/BindTransforms.h"
@@ -219,6 +220,11 @@ int ImportJob::Run()
 {
     const int result = RunBuilder();
     layout_ = ComputeLayout();
+    // The builders announce the file's line count on the framework's progress bar.
+    const int lines = VeltoGis::Utility::CCoreProgressBar::Instance()->LastShownUpper();
+    linesRead_ = result == 1 && lines > 0 ? static_cast<std::size_t>(lines) : 0;
+    if (request_.kind == ImportKind::Table && request_.tableVariant == TableVariant::AllRows && request_.maxLines > 0)
+        linesRead_ = std::min(linesRead_, static_cast<std::size_t>(request_.maxLines));
     return result;
 }
 
@@ -350,16 +356,16 @@ std::size_t ImportJob::RecordCount() const
     return entities_.size();
 }
 
-const char* ImportJob::RecordNoun() const
+std::string ImportJob::RecordNoun() const
 {
     switch (request_.kind) {
-    case ImportKind::Points: return "points";
-    case ImportKind::Lines: return "lines";
-    case ImportKind::Polygons: return "polygons";
-    case ImportKind::Table: return "rows";
+    case ImportKind::Points: return "point";
+    case ImportKind::Lines: return "line";
+    case ImportKind::Polygons: return "polygon";
+    case ImportKind::Table: return "row";
     case ImportKind::Cloud: break;
     }
-    return "cloud points";
+    return "cloud point";
 }
 
 WString ImportJob::ConfigurationString() const

@@ -45,7 +45,10 @@ public:
 
     // What the run produced and what it read, for the summary line.
     std::size_t RecordCount() const;
-    const char* RecordNoun() const;
+    // The lines the builder read, comments and skipped lines included (0 before a run).
+    std::size_t LinesRead() const { return linesRead_; }
+    // What one record is called: "point", "line", "polygon", "row", "cloud point".
+    std::string RecordNoun() const;
     // The configuration the builder reads, as the engine wrote it.
     WString ConfigurationString() const;
 
@@ -63,6 +66,7 @@ private:
     VeltoGis::ImportExport::CImportDefinition definition_;
     std::vector<std::string> composedColumnNames_;
     RecordLayout layout_;
+    std::size_t linesRead_ = 0;
 
     VeltoGis::ImportExport::ImpexEntityList entities_;
     boost::shared_ptr<VeltoGis::ImportExport::CDBTable> table_;

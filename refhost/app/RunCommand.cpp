@@ -5,12 +5,12 @@
 
 namespace tessel {
 
-std::string GroupedCount(std::size_t count)
+std::string Counted(std::size_t count, const std::string& singular, const std::string& plural)
 {
     std::string digits = std::to_string(count);
     for (auto at = digits.size(); at > 3; at -= 3)
         digits.insert(at - 3, ",");
-    return digits;
+    return digits + " " + (count == 1 ? singular : plural);
 }
 
 int RunCommand(const Command& command, std::ostream& out)

@@ -165,7 +165,7 @@ TEST(ImportCommandOutput, FormatFollowsTheExtensionOrTheFormatOption)
 TEST(ImportCommandOutput, SummaryAndValidationWarningGoToStandardError)
 {
     refhost::testing::TempDir folder;
-    folder.WriteFile("in.txt", "a\nb\n");
+    folder.WriteFile("in.txt", "# polygons\na\nb\n");
     const TesselRun run = RunTessel({"import", "polygons", "in.txt", "--column", "id", "--bind", "id=ENTITY_NAME"},
                                     folder.Path());
     EXPECT_EQ(run.status, 0);
@@ -173,7 +173,11 @@ TEST(ImportCommandOutput, SummaryAndValidationWarningGoToStandardError)
     const auto messages = Lines(run.err);
     ASSERT_EQ(messages.size(), 2u) << run.err;
     EXPECT_EQ(messages[0], "warning: the job does not validate");
-    EXPECT_EQ(messages[1].rfind("tessel: imported 2 polygons from 'in.txt' to standard output in ", 0), 0u);
+    EXPECT_EQ(messages[1].rfind("tessel: read 3 lines of 'in.txt', imported 2 polygons (1 line skipped) to standard "
+                                "output in ",
+                                0),
+              0u)
+        << messages[1];
 }
 
 } // namespace
