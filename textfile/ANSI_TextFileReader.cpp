@@ -46,7 +46,8 @@ void ANSI_TextFileReader::ConvertGathered(std::size_t length, WString& line, uns
 
 const SingleByteCodePage* ANSI_TextFileReader::FindTable(unsigned codePage)
 {
-    const unsigned ansiCodePage = Platform::AnsiCodePage();
+    // Only code page 0 (and 3, the thread's) follow the ANSI code page setting.
+    const unsigned ansiCodePage = codePage == 0 || codePage == 3 ? Platform::AnsiCodePage() : 0;
     if (!tableLookedUp_ || codePage != tableCodePage_ || ansiCodePage != tableAnsiCodePage_) {
         table_ = Platform::FindSingleByteCodePage(codePage);
         tableCodePage_ = codePage;

@@ -13,8 +13,9 @@
 #endif
 
 // Widens the leading bytes 0x01-0x7F of in[0, count) into out, whole blocks of eight or
-// sixteen at a time, and returns how many it took. The caller converts the rest, starting
-// with the block that holds the first other byte.
+// sixteen at a time (the last block of a run may overlap the one before), and returns how
+// many it took. The caller converts the rest, starting with the block that holds the first
+// other byte.
 inline std::size_t WidenAsciiBlocks(const unsigned char* in, std::size_t count, WChar* out)
 {
     std::size_t i = 0;
@@ -29,6 +30,15 @@ inline std::size_t WidenAsciiBlocks(const unsigned char* in, std::size_t count, 
             return i;
         _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i), _mm_unpacklo_epi8(chunk, zero));
         _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i + 8), _mm_unpackhi_epi8(chunk, zero));
+    }
+    if (i < count && count >= 16) {
+        const std::size_t last = count - 16;
+        const __m128i chunk = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in + last));
+        if (plain(chunk)) {
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(out + last), _mm_unpacklo_epi8(chunk, zero));
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(out + last + 8), _mm_unpackhi_epi8(chunk, zero));
+            return count;
+        }
     }
     if (i + 8 <= count) {
         const __m128i chunk = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(in + i));
