@@ -116,15 +116,8 @@ WString ExportConfigDraft(const ExportConfigSpec& spec, unsigned codePage)
                 (spec.header.value_or(true) ? "1" : "0") + "\" format=\"" + (spec.utf16 ? "1" : "0") + "\"/>");
 }
 
-WString ReadConfigurationFile(const std::string& option, const std::string& path)
+WString DecodeConfigurationBytes(const std::string& bytes)
 {
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
-        throw UsageError(option + ": cannot read " + Quoted(path) + ": " + std::strerror(errno));
-    const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    if (file.bad())
-        throw UsageError(option + ": cannot read " + Quoted(path) + ": " + std::strerror(errno));
-
     WString text;
     const auto byteAt = [&bytes](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
     if (bytes.size() >= 2 && ((byteAt(0) == 0xFF && byteAt(1) == 0xFE) || (byteAt(0) == 0xFE && byteAt(1) == 0xFF))) {
@@ -138,6 +131,19 @@ WString ReadConfigurationFile(const std::string& option, const std::string& path
     }
     while (!text.empty() && (text.back() == '\n' || text.back() == '\r'))
         text.pop_back();
+    return text;
+}
+
+WString ReadConfigurationFile(const std::string& option, const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        throw UsageError(option + ": cannot read " + Quoted(path) + ": " + std::strerror(errno));
+    const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    if (file.bad())
+        throw UsageError(option + ": cannot read " + Quoted(path) + ": " + std::strerror(errno));
+
+    const WString text = DecodeConfigurationBytes(bytes);
     if (text.empty())
         throw UsageError(option + ": " + Quoted(path) + " is empty");
     return text;

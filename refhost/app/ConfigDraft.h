@@ -25,5 +25,7 @@ WString ExportConfigDraft(const ExportConfigSpec& spec, unsigned codePage);
 // ends after the text are not part of it. Throws a usage AppError naming the option when the
 // file cannot be read.
 WString ReadConfigurationFile(const std::string& option, const std::string& path);
+// The configuration string held by a file's bytes, by the rules above ("" when none).
+WString DecodeConfigurationBytes(const std::string& bytes);
 
 } // namespace tessel

@@ -105,9 +105,8 @@ std::ifstream OpenInput(const std::string& path)
     return file;
 }
 
-ExportInput ReadJsonLines(const std::string& path)
+ExportInput ReadJsonLines(std::istream& file, const std::string& path)
 {
-    std::ifstream file = OpenInput(path);
     InputBuilder builder;
     std::string line;
     for (long number = 1; std::getline(file, line); ++number) {
@@ -156,9 +155,8 @@ bool IsFeature(const json& value) { return value.is_object() && value.value("typ
 
 // Features are taken out of the document as soon as each is complete, so that a large
 // collection never stands in memory twice.
-ExportInput ReadGeoJson(const std::string& path)
+ExportInput ReadGeoJson(std::istream& file, const std::string& path)
 {
-    std::ifstream file = OpenInput(path);
     InputBuilder builder;
     const json::parser_callback_t takeFeatures = [&builder](int depth, json::parse_event_t event, json& parsed) {
         if (event == json::parse_event_t::object_end && depth == 2 && IsFeature(parsed)) {
@@ -193,9 +191,15 @@ InputFormat InputFormatForPath(const std::string& path)
     return FormatForPath(path) == OutputFormat::GeoJson ? InputFormat::GeoJson : InputFormat::JsonLines;
 }
 
+ExportInput ParseExportInput(std::istream& input, InputFormat format, const std::string& name)
+{
+    return format == InputFormat::GeoJson ? ReadGeoJson(input, name) : ReadJsonLines(input, name);
+}
+
 ExportInput ReadExportInput(const std::string& path, InputFormat format)
 {
-    return format == InputFormat::GeoJson ? ReadGeoJson(path) : ReadJsonLines(path);
+    std::ifstream file = OpenInput(path);
+    return ParseExportInput(file, format, path);
 }
 
 } // namespace tessel

@@ -7,6 +7,7 @@
 #include "host/GisData.h"
 #include "refhost/app/Requests.h"
 
+#include <istream>
 #include <optional>
 #include <string>
 #include <vector>
@@ -37,5 +38,7 @@ InputFormat InputFormatForPath(const std::string& path);
 // values: integers that fit an int as integers, other numbers as reals, strings as text,
 // true and false as text, arrays and objects as their JSON text.
 ExportInput ReadExportInput(const std::string& path, InputFormat format);
+// The same from a stream; name stands for the input in error lines.
+ExportInput ParseExportInput(std::istream& input, InputFormat format, const std::string& name);
 
 } // namespace tessel
