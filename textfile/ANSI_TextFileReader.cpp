@@ -1,5 +1,6 @@
 #include "textfile/ANSI_TextFileReader.h"
 
+#include "textfile/StringLength.h"
 #include "textfile/TextFile.h"
 #include "textfile/TextFileTypes.h"
 
@@ -73,6 +74,6 @@ int ANSI_TextFileReader::ReadLineThroughTable(WString& line)
         used += decoded;
         textEnded = decoded < length;
     });
-    line.resize(result == TextFileResult::Ok ? used : 0);
+    SetLength(line, result == TextFileResult::Ok ? used : 0);
     return result;
 }

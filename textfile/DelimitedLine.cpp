@@ -9,6 +9,7 @@
 #include "textfile/FieldList.h"
 #include "textfile/FieldSplit.h"
 #include "textfile/Sse2.h"
+#include "textfile/StringLength.h"
 
 #include <algorithm>
 #include <array>
@@ -272,10 +273,10 @@ void NormalizeDelimitedLine(WString& line, const DelimiterList& delimiters, Fiel
     if (line.size() <= SeparatorMarks::kMaxLine && AllSingleCharacters(delimiters)) {
         SeparatorMarks marks;
         const std::size_t replaced = ReplaceSingleCharacters(line, delimiters, marks);
-        line.resize(TrimmedLength(line.data(), replaced, delimiters));
+        SetLength(line, TrimmedLength(line.data(), replaced, delimiters));
         return SplitAtMarks(line, marks, fields);
     }
     ReplaceInOrder(line, delimiters);
-    line.resize(TrimmedLength(line.data(), line.size(), delimiters));
+    SetLength(line, TrimmedLength(line.data(), line.size(), delimiters));
     SplitByDelimiter(line, fields, kFieldSeparator, 1);
 }

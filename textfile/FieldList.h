@@ -3,6 +3,7 @@
 // their capacity is reused from line to line.
 
 #include "textfile/FieldSplit.h"
+#include "textfile/StringLength.h"
 
 #include <cstring>
 
@@ -25,7 +26,7 @@ inline void CopyUnits(WChar* to, const WChar* from, std::size_t count)
 inline void AssignField(WString& field, const WChar* text, std::size_t length)
 {
     if (field.size() != length)
-        field.resize(length);
+        SetLength(field, length);
     if (length > 0)
         CopyUnits(&field[0], text, length);
 }

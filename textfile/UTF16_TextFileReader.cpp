@@ -1,6 +1,7 @@
 #include "textfile/UTF16_TextFileReader.h"
 
 #include "textfile/Sse2.h"
+#include "textfile/StringLength.h"
 #include "textfile/TextFileTypes.h"
 
 #include <cstring>
@@ -99,7 +100,7 @@ int UTF16_TextFileReader::ReadLine(WString& line, unsigned)
             break;
         }
     }
-    line.resize(FindNulUnit(line.data(), used));
+    SetLength(line, FindNulUnit(line.data(), used));
     return TextFileResult::Ok;
 }
 

@@ -1,9 +1,8 @@
 #include "textfile/UTF8_TextFileReader.h"
 
 #include "textfile/Sse2.h"
+#include "textfile/StringLength.h"
 #include "textfile/TextFileTypes.h"
-
-#include <cstring>
 
 namespace {
 
@@ -44,15 +43,15 @@ std::size_t PutCode(char32_t code, WChar* out)
     return 2;
 }
 
-// Decodes bytes[0, length) (no NUL among them) into line; stops early where a form decodes
-// to U+0000. The output never needs more than length + 1 units: a form of n bytes gives at
-// most n units, and only the one cut sequence at the end can give two units for one byte.
-// The line keeps the previous line's length while it is written, so that it rarely has to
-// fill new room first.
-void DecodeLine(const unsigned char* bytes, std::size_t length, WString& line)
+// Decodes bytes[0, length) into line. The text ends at the first NUL byte (a sequence that
+// runs into it is cut short there), or where a form decodes to U+0000. A form of n bytes
+// gives at most n units, so length units are room enough for all but a cut sequence, which
+// may repeat a pair for a single byte; that one is appended. The line keeps the previous
+// line's length while it is written, so that it rarely has to fill new room first.
+void DecodeText(const unsigned char* bytes, std::size_t length, WString& line)
 {
-    if (line.size() < length + 1)
-        line.resize(length + 1);
+    if (line.size() < length)
+        line.resize(length);
     WChar* const begin = &line[0];
     WChar* out = begin;
     const unsigned char* in = bytes;
@@ -63,36 +62,38 @@ void DecodeLine(const unsigned char* bytes, std::size_t length, WString& line)
         const std::size_t widened = WidenAsciiBlocks(in, static_cast<std::size_t>(end - in), out);
         in += widened;
         out += widened;
-        while (in < end && *in < 0x80)
+        while (in < end && *in < 0x80 && *in != 0)
             *out++ = *in++;
         if (in != asciiRun)
             code = in[-1];
-        if (in == end)
+        if (in == end || *in == 0)
             break;
         const unsigned lead = *in++;
-        const int trailing = TrailingBytes(lead);
+        const int trailing = lead >= 0xF8 ? 0 : TrailingBytes(lead);
+        const unsigned char* const sequenceEnd = in + trailing;
+        bool cut = sequenceEnd > end;
+        for (const unsigned char* at = in; !cut && at < sequenceEnd; ++at)
+            cut = *at == 0;
+        if (cut) {
+            // Cut short by the end of the text: the previous code is emitted again.
+            WChar units[2];
+            SetLength(line, static_cast<std::size_t>(out - begin));
+            line.append(units, PutCode(code, units));
+            return;
+        }
         if (lead >= 0xF8) {
             code = kReplacement;
-        } else if (end - in < trailing) {
-            in = end; // cut short: the previous code is emitted again
         } else {
             code = LeadBits(lead);
-            for (int i = 0; i < trailing; ++i)
-                code = (code << 6) | (*in++ & 0x3F);
+            for (; in < sequenceEnd; ++in)
+                code = (code << 6) | (*in & 0x3F);
         }
         const std::size_t written = PutCode(code, out);
         if (written == 0)
             break;
         out += written;
     }
-    line.resize(static_cast<std::size_t>(out - begin));
-}
-
-// The text ends at the first NUL byte.
-void DecodeText(const unsigned char* bytes, std::size_t length, WString& line)
-{
-    const void* nul = std::memchr(bytes, '\0', length);
-    DecodeLine(bytes, nul ? static_cast<std::size_t>(static_cast<const unsigned char*>(nul) - bytes) : length, line);
+    SetLength(line, static_cast<std::size_t>(out - begin));
 }
 
 } // namespace
