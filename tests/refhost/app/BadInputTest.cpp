@@ -56,6 +56,9 @@ const BadCase kCases[] = {
      "tessel import: --fixed: positions must ascend, but 3 follows 5"},
     {"CharacterOutsideCodePage", {"import", "points", "in.txt", "--column", "Ω"}, 2,
      "tessel import: --column: 'Ω' cannot be written in code page 1252"},
+    {"PathOutsideCodePage", {"import", "table", "Łódź.txt", "--column", "a"}, 2,
+     "tessel import: 'Łódź.txt': the configuration cannot name this path in code page 1252 (choose another with "
+     "--codepage)"},
     {"UnknownCodePage", {"--codepage", "4711", "engines"}, 2,
      "tessel engines: --codepage: 4711 is not a code page this system converts"},
     {"OutputFolderMissing", {"import", "table", "in.txt", "--column", "a", "-o", "no/such/out.jsonl"}, 1,

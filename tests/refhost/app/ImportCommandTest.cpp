@@ -162,6 +162,37 @@ TEST(ImportCommandOutput, FormatFollowsTheExtensionOrTheFormatOption)
               "P2,3,4,P2,3,4,c,c\r\n");
 }
 
+TEST(ImportCommandJob, CodePageOptionReachesTheModuleAndTheConfiguration)
+{
+    refhost::testing::TempDir folder;
+    // "Łódź 1 2" in Windows-1250, in a file of that name.
+    folder.WriteFile("Łódź.txt", "\xA3\xF3" "d\x9F 1 2\n");
+    const TesselRun run = RunTessel({"-q", "--codepage", "1250", "import", "points", "Łódź.txt", "--column",
+                                     "Miejscowość", "--column", "x:real", "--column", "y:real", "--bind",
+                                     "Miejscowość=ENTITY_NAME", "--bind", "x=NODE_COORDINATE_X", "--bind",
+                                     "y=NODE_COORDINATE_Y"},
+                                    folder.Path());
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out, "{\"kind\":\"point\",\"name\":\"Łódź\",\"position\":[1,2,0],\"values\":[\"Łódź\",1,2]}\n");
+}
+
+TEST(ImportCommandJob, SectionNodesOfALineJobReadTheNodeConfigurationIntoTheCloud)
+{
+    refhost::testing::TempDir folder;
+    folder.WriteFile("nodes.txt", "N1;7;8\n");
+    folder.WriteFile("node.xml", RunTessel({"-q", "config", "import", "--delimiters", ";", "--column", "n", "--column",
+                                            "x:real", "--column", "y:real"},
+                                           folder.Path())
+                                     .out);
+    // The main configuration (blank-delimited, one column) would read nothing useful.
+    const TesselRun run = RunTessel({"-q", "import", "cloud", "nodes.txt", "--entity-type", "2", "--section-nodes",
+                                     "--column", "only", "--node-config", "node.xml", "--node-bind",
+                                     "x=NODE_COORDINATE_X", "--node-bind", "y=NODE_COORDINATE_Y"},
+                                    folder.Path());
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out, "{\"kind\":\"cloud\",\"x\":7,\"y\":8}\n");
+}
+
 TEST(ImportCommandOutput, SummaryAndValidationWarningGoToStandardError)
 {
     refhost::testing::TempDir folder;

@@ -106,6 +106,22 @@ TEST(RoundTrip, ExportWithoutBindsWritesEveryField)
     EXPECT_EQ(folder.ReadFile("out.txt"), "#b\ta\tc\r\n1\tx\t\r\n\t\t2.5\r\n");
 }
 
+TEST(RoundTrip, OtherEntityTypesExportThroughTheNodeSide)
+{
+    TempDir folder;
+    folder.WriteFile("in.jsonl", R"({"kind":"point","name":"N1","position":[1,2,0],"values":["N1",1,2]})"
+                                 "\n");
+    folder.WriteFile("node.xml", RunTessel({"-q", "config", "export", "--delimiter", ",", "--comment", "//"},
+                                           folder.Path())
+                                     .out);
+    const TesselRun run = RunTessel({"-q", "export", "points", "in.jsonl", "-o", "nodes.txt", "--entity-type", "32",
+                                     "--bind", "#0=ignored", "--node-config", "node.xml", "--node-bind", "#1=X",
+                                     "--node-bind", "#2=Y"},
+                                    folder.Path());
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(folder.ReadFile("nodes.txt"), "//X,Y\r\n1,2\r\n");
+}
+
 TEST(ExportExistingFile, AnswersComeFromIfExistsAndCancelLeavesTheFile)
 {
     TempDir folder;
