@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -42,14 +41,12 @@ struct Run {
     std::string output;
 };
 
-std::string ProgramFolder()
+// The folder bench-app was started from, where the build puts tessel and bench-import too.
+std::string ProgramFolder(const char* program)
 {
-    char path[PATH_MAX];
-    const ssize_t length = readlink("/proc/self/exe", path, sizeof path - 1);
-    if (length <= 0)
-        return ".";
-    const std::string program(path, static_cast<std::size_t>(length));
-    return program.substr(0, program.rfind('/'));
+    const std::string path = program;
+    const auto slash = path.rfind('/');
+    return slash == std::string::npos ? "." : path.substr(0, slash);
 }
 
 double Seconds(const timeval& time) { return static_cast<double>(time.tv_sec) + time.tv_usec * 1e-6; }
@@ -127,6 +124,17 @@ double EngineLinesPerSecond(const std::string& report, const char* name)
     return std::atof(report.substr(start + 1, unit - start - 1).c_str());
 }
 
+// Runs bench-import on one builder and prints its figure; the lines/s it reports.
+double EngineFigure(const std::string& benchImport, const std::string& file, const char* only, const char* name)
+{
+    const Run run = Spawn({benchImport, file, "--only", only});
+    const double speed = EngineLinesPerSecond(run.output, name);
+    const std::string label = std::string("engine ") + name + " (bench-import)";
+    std::printf("%-34s %7.3f s cpu in all %24.0f lines/s  peak %7.1f MB\n", label.c_str(), run.cpuSeconds, speed,
+                run.peakKilobytes / 1024.0);
+    return speed;
+}
+
 void Report(const char* name, const Run& run, unsigned long long records, double engine)
 {
     if (run.status != 0) {
@@ -146,7 +154,8 @@ void Report(const char* name, const Run& run, unsigned long long records, double
 
 int main(int argc, char** argv)
 {
-    std::string file, tessel = ProgramFolder() + "/tessel", benchImport = ProgramFolder() + "/bench-import";
+    const std::string folder = ProgramFolder(argv[0]);
+    std::string file, tessel = folder + "/tessel", benchImport = folder + "/bench-import";
     bool engine = true;
     for (int i = 1; i < argc; ++i) {
         const std::string argument = argv[i];
@@ -186,20 +195,12 @@ int main(int argc, char** argv)
                                             "y=NODE_COORDINATE_Y", "-o", "/dev/null"};
 
     double enginePoints = 0, engineCloud = 0;
-    if (engine) {
-        const Run pointsRun = Spawn({benchImport, file, "--only", "points"});
-        enginePoints = EngineLinesPerSecond(pointsRun.output, "ImportPoints");
-        std::printf("%-34s %7.3f s cpu in all %24.0f lines/s  peak %7.1f MB\n", "engine ImportPoints (bench-import)",
-                    pointsRun.cpuSeconds, enginePoints, pointsRun.peakKilobytes / 1024.0);
-    }
+    if (engine)
+        enginePoints = EngineFigure(benchImport, file, "points", "ImportPoints");
     Report("tessel import points -> .jsonl", Spawn(points), records, enginePoints);
     Report("tessel import points -> GeoJSON", Spawn(geoJson), records, enginePoints);
-    if (engine) {
-        const Run cloudRun = Spawn({benchImport, file, "--only", "cloud"});
-        engineCloud = EngineLinesPerSecond(cloudRun.output, "ImportCloud");
-        std::printf("%-34s %7.3f s cpu in all %24.0f lines/s  peak %7.1f MB\n", "engine ImportCloud (bench-import)",
-                    cloudRun.cpuSeconds, engineCloud, cloudRun.peakKilobytes / 1024.0);
-    }
+    if (engine)
+        engineCloud = EngineFigure(benchImport, file, "cloud", "ImportCloud");
     Report("tessel import cloud -> .jsonl", Spawn(cloud), records, engineCloud);
     return 0;
 }

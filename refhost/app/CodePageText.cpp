@@ -3,12 +3,12 @@
 #include "refhost/app/AppError.h"
 
 #include <cerrno>
+#include <charconv>
 #include <cstdlib>
 #include <cstring>
 #include <string>
 
 #include <iconv.h>
-#include <strings.h>
 
 namespace tessel {
 namespace {
@@ -52,19 +52,16 @@ private:
     iconv_t handle_;
 };
 
+// "1250", "cp1250" and "windows-1250" all name code page 1250; 0 for no number.
 unsigned ParseCodePageName(const char* text)
 {
-    if (!text)
+    const std::string name = text ? text : "";
+    const auto digits = name.find_first_of("0123456789");
+    unsigned number = 0;
+    if (digits == std::string::npos)
         return 0;
-    if (strncasecmp(text, "windows-", 8) == 0)
-        text += 8;
-    else if (strncasecmp(text, "cp", 2) == 0)
-        text += 2;
-    char* end = nullptr;
-    const unsigned long number = std::strtoul(text, &end, 10);
-    if (end == text || *end != '\0' || number == 0 || number > 0xFFFF)
-        return 0;
-    return static_cast<unsigned>(number);
+    const auto result = std::from_chars(name.data() + digits, name.data() + name.size(), number);
+    return result.ec == std::errc() && result.ptr == name.data() + name.size() && number <= 0xFFFF ? number : 0;
 }
 
 } // namespace

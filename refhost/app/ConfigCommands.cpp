@@ -6,6 +6,7 @@
 #include "refhost/app/CodePageText.h"
 #include "refhost/app/Commands.h"
 #include "refhost/app/ConfigDraft.h"
+#include "refhost/app/EnginePaths.h"
 
 namespace tessel {
 namespace {
@@ -38,13 +39,6 @@ bool IsExportConfiguration(const DescribeRequest& request, const WString& text)
     return exportForm;
 }
 
-void CheckPathStored(const WString& stored, const std::string& path)
-{
-    if (stored != FromUtf8(path))
-        throw UsageError("'" + path + "': the configuration cannot name this path in code page " +
-                         std::to_string(ModuleCodePage()) + " (choose another with --codepage)");
-}
-
 int PrintImportConfiguration(IImportEngine& engine, const ConfigRequest& request, std::ostream& out)
 {
     const ImportConfigSpec& spec = request.importConfig;
@@ -56,10 +50,7 @@ int PrintImportConfiguration(IImportEngine& engine, const ConfigRequest& request
     CallEngine([&] { return engine.GetDescription(description, &definition, 0), 0; });
     if (description.empty())
         throw UsageError("--config: '" + spec.configFile.value_or("") + "' holds no import configuration");
-    const WString path = FromUtf8(request.file.value_or(""));
-    if (!CallEngine([&] { return engine.SetPrimaryFilePath(&definition, path.c_str()); }))
-        throw JobError("the engine did not take the file path '" + request.file.value_or("") + "'");
-    CheckPathStored(CallEngine([&] { return engine.GetPrimaryFilePath(&definition); }), request.file.value_or(""));
+    SetPathThroughEngine(engine, definition, false, request.file.value_or(""));
     out << ToUtf8(definition.GetImporterConfiguration()) << "\n";
     return ExitSuccess;
 }
@@ -71,12 +62,16 @@ int PrintExportConfiguration(IExportEngine& engine, const ConfigRequest& request
                                            : ReadConfigurationFile("--config", *spec.configFile);
     CExportDefinition definition;
     definition.SetExporterConfiguration(text.c_str());
-    const WString path = FromUtf8(request.file.value_or(""));
-    if (!CallEngine([&] { return engine.SetPrimaryFilePath(&definition, path.c_str()); }))
-        throw JobError("the engine did not take the file path '" + request.file.value_or("") + "'");
-    CheckPathStored(CallEngine([&] { return engine.GetPrimaryFilePath(&definition); }), request.file.value_or(""));
+    SetPathThroughEngine(engine, definition, false, request.file.value_or(""));
     out << ToUtf8(definition.GetExporterConfiguration()) << "\n";
     return ExitSuccess;
+}
+
+void PrintDescription(std::ostream& out, const WString& engine, const WString& description, const WString& path)
+{
+    out << "engine: " << ToUtf8(engine) << "\n";
+    out << "description: " << ToUtf8(description) << "\n";
+    out << "file: " << ToUtf8(path) << "\n";
 }
 
 void DescribeImport(IImportEngine& engine, const WString& text, const DescribeRequest& request, std::ostream& out)
@@ -96,9 +91,7 @@ void DescribeImport(IImportEngine& engine, const WString& text, const DescribeRe
     DataDefinitionList fields;
     CallEngine([&] { return engine.GetSourceDataDefinitions(&definition, fields, node), 0; });
 
-    out << "engine: " << ToUtf8(engine.GetEngineId()) << "\n";
-    out << "description: " << ToUtf8(description) << "\n";
-    out << "file: " << ToUtf8(path) << "\n";
+    PrintDescription(out, engine.GetEngineId(), description, path);
     out << "source fields:";
     for (const auto& field : fields)
         out << " " << ToUtf8(field->GetDataID()) << " (" << TypeName(field->GetDataType()) << ")";
@@ -117,9 +110,7 @@ void DescribeExport(IExportEngine& engine, const WString& text, const DescribeRe
     CallEngine([&] { return engine.GetDescription(description, &definition, node), 0; });
     const WString path = CallEngine(
         [&] { return node ? engine.GetSecondaryFilePath(&definition) : engine.GetPrimaryFilePath(&definition); });
-    out << "engine: " << ToUtf8(engine.GetEngineId()) << "\n";
-    out << "description: " << ToUtf8(description) << "\n";
-    out << "file: " << ToUtf8(path) << "\n";
+    PrintDescription(out, engine.GetEngineId(), description, path);
 }
 
 } // namespace

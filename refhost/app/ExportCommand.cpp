@@ -91,7 +91,7 @@ int RunExportCommand(ModuleHost& module, const ExportRequest& request, const Glo
     TemporaryFile temporary;
     const std::string enginePath = PrepareEnginePath(request, temporary);
     const std::size_t promptsBefore = CadShim::RecordedPrompts().size();
-    if (job.Run(enginePath, ModuleCodePage()) != 1) {
+    if (job.Run(enginePath) != 1) {
         const bool asked = CadShim::RecordedPrompts().size() > promptsBefore;
         std::cerr << "tessel export: "
                   << (asked ? "'" + request.output + "' exists and was left as it was: the export was cancelled" +

@@ -4,6 +4,7 @@
 #include "refhost/app/AppError.h"
 #include "refhost/app/BindTransforms.h"
 #include "refhost/app/ConfigDraft.h"
+#include "refhost/app/EnginePaths.h"
 
 #include <boost/make_shared.hpp>
 
@@ -184,23 +185,9 @@ void ExportJob::BuildEntities()
     }
 }
 
-int ExportJob::Run(const std::string& path, unsigned codePage)
+int ExportJob::Run(const std::string& path)
 {
-    const WString widePath = FromUtf8(path);
-    const bool node = WriterReadsNodeSide();
-    const int accepted = CallEngine([&] {
-        return node ? engine_.SetSecondaryFilePath(&definition_, widePath.c_str())
-                    : engine_.SetPrimaryFilePath(&definition_, widePath.c_str());
-    });
-    if (!accepted)
-        throw JobError("export: the engine did not take the file path '" + request_.output + "'");
-    const WString stored = CallEngine([&] {
-        return node ? engine_.GetSecondaryFilePath(&definition_) : engine_.GetPrimaryFilePath(&definition_);
-    });
-    if (stored != widePath)
-        throw UsageError("'" + request_.output + "': the configuration cannot name this path in code page " +
-                         std::to_string(codePage) + " (choose another with --codepage)");
-
+    SetPathThroughEngine(engine_, definition_, WriterReadsNodeSide(), path, request_.output);
     CallEngine([&] { return engine_.PrepareExport(&definition_); });
     // The framework tells the engine before and after a run; the text engine ignores both.
     CallEngine([&] { return engine_.ExportNotify13(), 0; });

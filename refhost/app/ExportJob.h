@@ -28,7 +28,7 @@ public:
 
     // Points the configuration the writer reads at path (through the engine's path setter),
     // lets the engine check the job, and runs the writer. The engine's result.
-    int Run(const std::string& path, unsigned codePage);
+    int Run(const std::string& path);
 
     std::size_t EntityCount() const { return input_.records.size(); }
     // The name the engine exports this kind of entity under ("points", "lines", "polygons").

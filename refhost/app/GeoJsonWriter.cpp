@@ -18,6 +18,12 @@ public:
     void Begin(const RecordLayout& layout) override
     {
         layout_ = layout;
+        // Every feature repeats the property names: their JSON text is made once.
+        for (const std::string& name : layout.fieldNames) {
+            keys_.emplace_back();
+            AppendJsonString(keys_.back(), name);
+            keys_.back().push_back(':');
+        }
         sink_.Text() += "{\"type\":\"FeatureCollection\",\"features\":[";
         sink_.RecordDone();
     }
@@ -107,11 +113,12 @@ private:
             for (std::size_t i = 0; i < values->size(); ++i) {
                 if (i > 0)
                     out.push_back(',');
-                if (i < layout_.fieldNames.size())
-                    AppendJsonString(out, layout_.fieldNames[i]);
-                else
+                if (i < keys_.size()) {
+                    out += keys_[i];
+                } else {
                     AppendJsonString(out, "#" + std::to_string(i));
-                out.push_back(':');
+                    out.push_back(':');
+                }
                 AppendJsonValue(out, (*values)[i].get());
             }
         }
@@ -120,6 +127,7 @@ private:
 
     TextSink& sink_;
     RecordLayout layout_;
+    std::vector<std::string> keys_;
     std::size_t features_ = 0;
 };
 

@@ -5,6 +5,7 @@
 #include "refhost/app/AppError.h"
 #include "refhost/app/BindTransforms.h"
 #include "refhost/app/ConfigDraft.h"
+#include "refhost/app/EnginePaths.h"
 #include "refhost/app/OptionSyntax.h"
 
 #include <boost/make_shared.hpp>
@@ -144,7 +145,8 @@ void ImportJob::Build(unsigned codePage)
                              "' holds no import configuration (no cfg element)");
     }
 
-    SetFilePath(codePage);
+    // FILE becomes the file path of the configuration the builder reads.
+    SetPathThroughEngine(engine_, definition_, ReadsSecondaryConfiguration(), request_.file);
     definition_.SetDBCollection(MakeBinds(request_.binds, 0, "--bind"));
     if (!request_.nodeBinds.empty()) {
         // The polygon builder, and the cloud builder outside line jobs, match the secondary
@@ -155,26 +157,6 @@ void ImportJob::Build(unsigned codePage)
         definition_.SetDBCollectionNode(MakeBinds(request_.nodeBinds, primaryColumns ? 0 : 1, "--node-bind"));
     }
     ApplyTransforms(request_.transforms, {definition_.GetDBCollection(), definition_.GetDBCollectionNode()});
-}
-
-// FILE becomes the configuration's file path the way the framework sets a path the user
-// picked: through the engine's own setter, on the configuration the builder reads.
-void ImportJob::SetFilePath(unsigned codePage)
-{
-    const WString path = FromUtf8(request_.file);
-    const bool secondary = ReadsSecondaryConfiguration();
-    const int accepted = CallEngine([&] {
-        return secondary ? engine_.SetSecondaryFilePath(&definition_, path.c_str())
-                         : engine_.SetPrimaryFilePath(&definition_, path.c_str());
-    });
-    if (!accepted)
-        throw JobError("import: the engine did not take the file path '" + request_.file + "'");
-    const WString stored = CallEngine([&] {
-        return secondary ? engine_.GetSecondaryFilePath(&definition_) : engine_.GetPrimaryFilePath(&definition_);
-    });
-    if (stored != path)
-        throw UsageError("'" + request_.file + "': the configuration cannot name this path in code page " +
-                         std::to_string(codePage) + " (choose another with --codepage)");
 }
 
 boost::shared_ptr<CDataBindCollection> ImportJob::MakeBinds(const std::vector<BindSpec>& binds, int secondary,

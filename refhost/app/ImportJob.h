@@ -55,7 +55,6 @@ public:
 private:
     bool ReadsSecondaryConfiguration() const;
     bool UsesSecondaryBinds() const;
-    void SetFilePath(unsigned codePage);
     boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection> MakeBinds(const std::vector<BindSpec>& binds,
                                                                             int secondary, const char* option);
     int RunBuilder();
