@@ -23,15 +23,14 @@ extern char** environ;
 
 namespace {
 
-const char kUsage[] =
-    "usage: bench-app FILE [--tessel PATH] [--bench-import PATH] [--no-engine]\n"
-    "\n"
-    "FILE is a space-delimited survey file of tessel-gen-survey. Runs, each once:\n"
-    "  bench-import FILE --only points, and --only cloud (the engine's figures)\n"
-    "  tessel import points FILE ... -o /dev/null                  (JSON Lines)\n"
-    "  tessel import points FILE ... -o /dev/null --format geojson (GeoJSON)\n"
-    "  tessel import cloud FILE ... -o /dev/null                   (JSON Lines)\n"
-    "tessel and bench-import are looked for beside bench-app unless given.\n";
+const char kUsage[] = "usage: bench-app FILE [--tessel PATH] [--bench-import PATH] [--no-engine]\n"
+                      "\n"
+                      "FILE is a space-delimited survey file of tessel-gen-survey. Runs, each once:\n"
+                      "  bench-import FILE --only points, and --only cloud (the engine's figures)\n"
+                      "  tessel import points FILE ... -o /dev/null                  (JSON Lines)\n"
+                      "  tessel import points FILE ... -o /dev/null --format geojson (GeoJSON)\n"
+                      "  tessel import cloud FILE ... -o /dev/null                   (JSON Lines)\n"
+                      "tessel and bench-import are looked for beside bench-app unless given.\n";
 
 struct Run {
     double cpuSeconds = 0;
@@ -142,8 +141,8 @@ void Report(const char* name, const Run& run, unsigned long long records, double
         return;
     }
     const double speed = records / run.cpuSeconds;
-    std::printf("%-34s %7.3f s cpu (%7.3f s wall) %10.0f lines/s  peak %7.1f MB", name, run.cpuSeconds,
-                run.wallSeconds, speed, run.peakKilobytes / 1024.0);
+    std::printf("%-34s %7.3f s cpu (%7.3f s wall) %10.0f lines/s  peak %7.1f MB", name, run.cpuSeconds, run.wallSeconds,
+                speed, run.peakKilobytes / 1024.0);
     if (engine > 0)
         std::printf("   %5.1f %% of the engine's speed", 100.0 * speed / engine);
     std::printf("\n");
@@ -182,17 +181,52 @@ int main(int argc, char** argv)
     }
     std::printf("%s: %.1f MB, %llu records\n", file.c_str(), megabytes, records);
 
-    const std::vector<std::string> points = {tessel,     "-q",     "import",   "points",  file,       "--column",
-                                             "name",     "--column", "x:real", "--column", "y:real", "--column",
-                                             "z:real",   "--column", "code",   "--bind",  "name=ENTITY_NAME",
-                                             "--bind",   "x=NODE_COORDINATE_X", "--bind", "y=NODE_COORDINATE_Y",
-                                             "--bind",   "z=HEIGHT", "--bind", "code=CODE", "-o", "/dev/null"};
+    const std::vector<std::string> points = {tessel,
+                                             "-q",
+                                             "import",
+                                             "points",
+                                             file,
+                                             "--column",
+                                             "name",
+                                             "--column",
+                                             "x:real",
+                                             "--column",
+                                             "y:real",
+                                             "--column",
+                                             "z:real",
+                                             "--column",
+                                             "code",
+                                             "--bind",
+                                             "name=ENTITY_NAME",
+                                             "--bind",
+                                             "x=NODE_COORDINATE_X",
+                                             "--bind",
+                                             "y=NODE_COORDINATE_Y",
+                                             "--bind",
+                                             "z=HEIGHT",
+                                             "--bind",
+                                             "code=CODE",
+                                             "-o",
+                                             "/dev/null"};
     std::vector<std::string> geoJson = points;
     geoJson.insert(geoJson.end(), {"--format", "geojson"});
-    const std::vector<std::string> cloud = {tessel,     "-q",       "import", "cloud",    file,
-                                            "--column", "name",     "--column", "x:real", "--column",
-                                            "y:real",   "--bind",   "x=NODE_COORDINATE_X", "--bind",
-                                            "y=NODE_COORDINATE_Y", "-o", "/dev/null"};
+    const std::vector<std::string> cloud = {tessel,
+                                            "-q",
+                                            "import",
+                                            "cloud",
+                                            file,
+                                            "--column",
+                                            "name",
+                                            "--column",
+                                            "x:real",
+                                            "--column",
+                                            "y:real",
+                                            "--bind",
+                                            "x=NODE_COORDINATE_X",
+                                            "--bind",
+                                            "y=NODE_COORDINATE_Y",
+                                            "-o",
+                                            "/dev/null"};
 
     double enginePoints = 0, engineCloud = 0;
     if (engine)

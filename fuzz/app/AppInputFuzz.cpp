@@ -46,9 +46,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     case 1: {
         std::istringstream input(text);
         try {
-            tessel::ParseExportInput(input, data[0] % 4 == 0 ? tessel::InputFormat::JsonLines
-                                                             : tessel::InputFormat::GeoJson,
-                                     "fuzz");
+            tessel::ParseExportInput(
+                input, data[0] % 4 == 0 ? tessel::InputFormat::JsonLines : tessel::InputFormat::GeoJson, "fuzz");
         } catch (const tessel::AppError&) {
         }
         break;

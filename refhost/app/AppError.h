@@ -8,10 +8,10 @@
 namespace tessel {
 
 enum ExitStatus : int {
-    ExitSuccess = 0,         // the engine returned 1
-    ExitJobFailed = 1,       // the engine returned 0, or the job's output could not be made
-    ExitUsage = 2,           // wrong options or unusable input, found before the engine ran
-    ExitEngineException = 3  // an exception left an engine operation
+    ExitSuccess = 0,        // the engine returned 1
+    ExitJobFailed = 1,      // the engine returned 0, or the job's output could not be made
+    ExitUsage = 2,          // wrong options or unusable input, found before the engine ran
+    ExitEngineException = 3 // an exception left an engine operation
 };
 
 class AppError : public std::runtime_error {

@@ -104,8 +104,8 @@ struct NamedTransform {
 };
 
 const NamedTransform kTransforms[] = {
-    {"upper", Upper}, {"lower", Lower},    {"trim", Trim},          {"null", [](CDataBox& value) { value.SetNull(); }},
-    {"text", ToText}, {"real", ToReal},    {"integer", ToInteger},
+    {"upper", Upper}, {"lower", Lower}, {"trim", Trim},         {"null", [](CDataBox& value) { value.SetNull(); }},
+    {"text", ToText}, {"real", ToReal}, {"integer", ToInteger},
 };
 
 } // namespace

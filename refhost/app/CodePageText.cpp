@@ -33,10 +33,7 @@ std::string ConverterName(unsigned codePage)
 
 class Converter {
 public:
-    explicit Converter(unsigned codePage)
-        : handle_(iconv_open(ConverterName(codePage).c_str(), kUtf16Name))
-    {
-    }
+    explicit Converter(unsigned codePage) : handle_(iconv_open(ConverterName(codePage).c_str(), kUtf16Name)) {}
     ~Converter()
     {
         if (IsOpen())

@@ -82,15 +82,24 @@ void CheckEntityType(int type)
 
 void ImportConfigOptions::Add(CLI::App& command)
 {
-    config = command.add_option("--config", configFile,
-                                "Import configuration string, as the engine stores it (instead of the options below)");
+    config = command
+                 .add_option("--config", configFile,
+                             "Import configuration string, as the engine stores it (instead of the options below)")
+                 ->type_name("CFG.xml");
     composing = {
-        command.add_option("--delimiters", delimiters,
-                           "Delimiter characters, each one separates fields (\\t tab, \\s blank; default: blank)"),
-        command.add_option("--comments", comments,
-                           "Characters that mark a comment line when it starts with one (default: #; '' for none)"),
-        command.add_option("--fixed", fixed, "Fixed-width fields: positions where the 2nd, 3rd, ... field begin"),
-        command.add_option("--column", columns, "A column of the file, in order (repeat): NAME[:real|text|integer][:off]")
+        command
+            .add_option("--delimiters", delimiters,
+                        "Delimiter characters, each one separates fields (\\t tab, \\s blank; default: blank)")
+            ->type_name("CHARS"),
+        command
+            .add_option("--comments", comments,
+                        "Characters that mark a comment line when it starts with one (default: #; '' for none)")
+            ->type_name("CHARS"),
+        command.add_option("--fixed", fixed, "Fixed-width fields: positions where the 2nd, 3rd, ... field begin")
+            ->type_name("POS,..."),
+        command
+            .add_option("--column", columns, "A column of the file, in order (repeat): NAME[:real|text|integer][:off]")
+            ->type_name("NAME[:TYPE][:off]")
             ->allow_extra_args(false),
     };
     for (CLI::Option* option : composing)
@@ -115,14 +124,17 @@ ImportConfigSpec ImportConfigOptions::Finish() const
 
 void ExportConfigOptions::Add(CLI::App& command)
 {
-    config = command.add_option("--config", configFile,
-                                "Export configuration string, as the engine stores it (instead of the options below)");
+    config = command
+                 .add_option("--config", configFile,
+                             "Export configuration string, as the engine stores it (instead of the options below)")
+                 ->type_name("CFG.xml");
     header = command.add_flag("--header", "Write a header line with the target field names (the default)");
     noHeader = command.add_flag("--no-header", "Write no header line");
     header->excludes(noHeader);
     composing = {
-        command.add_option("--delimiter", delimiter, "Text between two fields (\\t tab, \\s blank; default: tab)"),
-        command.add_option("--comment", comment, "Text that starts the header line (default: #)"),
+        command.add_option("--delimiter", delimiter, "Text between two fields (\\t tab, \\s blank; default: tab)")
+            ->type_name("TEXT"),
+        command.add_option("--comment", comment, "Text that starts the header line (default: #)")->type_name("TEXT"),
         header,
         noHeader,
         command.add_flag("--utf16", utf16, "Write UTF-16LE with a byte-order mark instead of the ANSI code page"),
@@ -157,10 +169,12 @@ std::optional<Command> ParseCommandLine(int argc, const char* const* argv, std::
     app.add_flag("-q,--quiet", command.global.quiet, "No progress bar and no summary line");
     unsigned codePage = 0;
     CLI::Option* codePageOption =
-        app.add_option("--codepage", codePage, "The ANSI code page of files and configurations (default: 1252)");
+        app.add_option("--codepage", codePage, "The ANSI code page of files and configurations (default: 1252)")
+            ->type_name("N");
     std::string modulePath;
     CLI::Option* moduleOption =
-        app.add_option("--module", modulePath, "The module to load (default: TESSEL_MODULE, or beside tessel)");
+        app.add_option("--module", modulePath, "The module to load (default: TESSEL_MODULE, or beside tessel)")
+            ->type_name("PATH");
 
     std::vector<FinishParsing> finishers = {
         AddImportCommand(app, command),

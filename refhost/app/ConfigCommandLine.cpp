@@ -24,11 +24,13 @@ FinishParsing AddConfigCommand(CLI::App& app, Command& command)
     config->require_subcommand(1);
     CLI::App* importConfig = config->add_subcommand("import", "The import configuration");
     options->importFileOption =
-        importConfig->add_option("FILE", options->importFile, "The text file the configuration names");
+        importConfig->add_option("FILE", options->importFile, "The text file the configuration names")
+            ->type_name("FILE");
     options->importConfig.Add(*importConfig);
     CLI::App* exportConfig = config->add_subcommand("export", "The export configuration");
     options->exportFileOption =
-        exportConfig->add_option("FILE", options->exportFile, "The text file the configuration names");
+        exportConfig->add_option("FILE", options->exportFile, "The text file the configuration names")
+            ->type_name("FILE");
     options->exportConfig.Add(*exportConfig);
 
     return [importConfig, exportConfig, options, &command] {

@@ -32,7 +32,8 @@ bool IsExportConfiguration(const DescribeRequest& request, const WString& text)
         return request.forceExport;
     const bool import = text.find(WTEXT("colPositions=")) != WString::npos ||
                         text.find(WTEXT("comments=")) != WString::npos || text.find(WTEXT("<col ")) != WString::npos;
-    const bool exportForm = text.find(WTEXT("header=")) != WString::npos || text.find(WTEXT("format=")) != WString::npos;
+    const bool exportForm =
+        text.find(WTEXT("header=")) != WString::npos || text.find(WTEXT("format=")) != WString::npos;
     if (import == exportForm)
         throw UsageError("cannot tell whether '" + request.configFile +
                          "' holds an import or an export configuration (say --import or --export)");
@@ -141,22 +142,26 @@ int RunConfigureCommand(ModuleHost& module, const ConfigureRequest& request, std
     WString configuration;
     if (request.exportEngine) {
         CExportDefinition definition;
-        node ? definition.SetExporterConfigurationNode(text.c_str()) : definition.SetExporterConfiguration(text.c_str());
+        node ? definition.SetExporterConfigurationNode(text.c_str())
+             : definition.SetExporterConfiguration(text.c_str());
         result = CallEngine([&] { return module.Exporter().Configure(&definition, node); });
         configuration = node ? definition.GetExporterConfigurationNode() : definition.GetExporterConfiguration();
     } else {
         CImportDefinition definition;
-        node ? definition.SetImporterConfigurationNode(text.c_str()) : definition.SetImporterConfiguration(text.c_str());
+        node ? definition.SetImporterConfigurationNode(text.c_str())
+             : definition.SetImporterConfiguration(text.c_str());
         if (request.file) {
             const WString path = FromUtf8(*request.file);
-            result = CallEngine([&] { return module.Importer().ConfigureForFile(&definition, path.c_str(), configuration, node); });
+            result = CallEngine(
+                [&] { return module.Importer().ConfigureForFile(&definition, path.c_str(), configuration, node); });
         } else {
             result = CallEngine([&] { return module.Importer().Configure(&definition, node); });
             configuration = node ? definition.GetImporterConfigurationNode() : definition.GetImporterConfiguration();
         }
     }
     if (result != 1)
-        throw JobError("the engine made no configuration (this host shows no dialogs; compose one with 'tessel config')");
+        throw JobError(
+            "the engine made no configuration (this host shows no dialogs; compose one with 'tessel config')");
     out << ToUtf8(configuration) << "\n";
     return ExitSuccess;
 }

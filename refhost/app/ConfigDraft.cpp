@@ -13,7 +13,7 @@
 namespace tessel {
 namespace {
 
-constexpr WChar kInternalSeparator = 0x00A4; // "¤", between the fixed-width positions
+constexpr WChar kInternalSeparator = 0x00A4;  // "¤", between the fixed-width positions
 constexpr WChar kMultiplicationSign = 0x00D7; // "×", the configuration's stand-in for a double quote
 
 std::string Quoted(const std::string& text) { return "'" + text + "'"; }
@@ -44,7 +44,8 @@ std::string EncodeValue(const WString& value, unsigned codePage, const std::stri
             encoded += {'=', hex[byte >> 4], hex[byte & 15]};
         } else {
             const unsigned widened = 0xFF00u + byte;
-            const unsigned groups[3] = {0xE0u | (widened >> 12), 0x80u | ((widened >> 6) & 0x3F), 0x80u | (widened & 0x3F)};
+            const unsigned groups[3] = {0xE0u | (widened >> 12), 0x80u | ((widened >> 6) & 0x3F),
+                                        0x80u | (widened & 0x3F)};
             for (const unsigned group : groups)
                 encoded += {'=', hex[group >> 4], hex[group & 15]};
         }
@@ -73,10 +74,10 @@ WString ColumnElements(const std::vector<ColumnSpec>& columns, unsigned codePage
         if (column.name.find('"') != std::string::npos)
             throw UsageError("--column: " + Quoted(column.name) +
                              " contains '\"', which the configuration reads back as '×'");
-        elements += Wide("<col no=\"" + std::to_string(no) + "\" name=\"" +
-                         EncodeValue(refhost::FromUtf8(column.name), codePage, "--column") + "\" type=\"" +
-                         std::to_string(static_cast<int>(column.type)) + "\" onOff=\"" +
-                         (column.enabled ? "1" : "0") + "\"/>");
+        elements +=
+            Wide("<col no=\"" + std::to_string(no) + "\" name=\"" +
+                 EncodeValue(refhost::FromUtf8(column.name), codePage, "--column") + "\" type=\"" +
+                 std::to_string(static_cast<int>(column.type)) + "\" onOff=\"" + (column.enabled ? "1" : "0") + "\"/>");
     }
     return elements;
 }
@@ -123,8 +124,8 @@ WString DecodeConfigurationBytes(const std::string& bytes)
     if (bytes.size() >= 2 && ((byteAt(0) == 0xFF && byteAt(1) == 0xFE) || (byteAt(0) == 0xFE && byteAt(1) == 0xFF))) {
         const bool littleEndian = byteAt(0) == 0xFF;
         for (std::size_t i = 2; i + 1 < bytes.size(); i += 2)
-            text.push_back(static_cast<WChar>(littleEndian ? byteAt(i) | byteAt(i + 1) << 8
-                                                           : byteAt(i) << 8 | byteAt(i + 1)));
+            text.push_back(
+                static_cast<WChar>(littleEndian ? byteAt(i) | byteAt(i + 1) << 8 : byteAt(i) << 8 | byteAt(i + 1)));
     } else {
         const bool bom = bytes.size() >= 3 && byteAt(0) == 0xEF && byteAt(1) == 0xBB && byteAt(2) == 0xBF;
         text = refhost::FromUtf8(std::string_view(bytes).substr(bom ? 3 : 0));

@@ -25,9 +25,8 @@ void SetPathThroughEngine(Engine& engine, Definition& definition, bool secondary
     });
     if (!accepted)
         throw JobError("the engine did not take the file path '" + name + "'");
-    const WString stored = CallEngine([&] {
-        return secondary ? engine.GetSecondaryFilePath(&definition) : engine.GetPrimaryFilePath(&definition);
-    });
+    const WString stored = CallEngine(
+        [&] { return secondary ? engine.GetSecondaryFilePath(&definition) : engine.GetPrimaryFilePath(&definition); });
     if (stored != widePath)
         throw UsageError("'" + name + "': the configuration cannot name this path in code page " +
                          std::to_string(ModuleCodePage()) + " (choose another with --codepage)");

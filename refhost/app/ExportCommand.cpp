@@ -67,8 +67,8 @@ std::string PrepareEnginePath(const ExportRequest& request, TemporaryFile& tempo
         temporary.RemoveFileKeepName();
         return temporary.Path();
     }
-    const bool mayAppend = request.ifExists == IfExists::Append ||
-                           (request.ifExists == IfExists::Ask && isatty(STDIN_FILENO) == 1);
+    const bool mayAppend =
+        request.ifExists == IfExists::Append || (request.ifExists == IfExists::Ask && isatty(STDIN_FILENO) == 1);
     if (mayAppend)
         CopyFileContent(request.output, temporary);
     if (request.ifExists == IfExists::Ask)
@@ -107,8 +107,9 @@ int RunExportCommand(ModuleHost& module, const ExportRequest& request, const Glo
         const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
         char time[32];
         std::snprintf(time, sizeof time, "%.2f s", seconds);
-        std::cerr << "tessel: exported " << Counted(job.EntityCount(), "entity", "entities") << " as " << job.EntityName() << " from '"
-                  << request.input << "' to '" << request.output << "' in " << time << std::endl;
+        std::cerr << "tessel: exported " << Counted(job.EntityCount(), "entity", "entities") << " as "
+                  << job.EntityName() << " from '" << request.input << "' to '" << request.output << "' in " << time
+                  << std::endl;
     }
     return ExitSuccess;
 }

@@ -53,35 +53,49 @@ FinishParsing AddExportCommand(CLI::App& app, Command& command)
     CLI::App* exportCommand =
         app.add_subcommand("export", "Export records to a text file through the module's EXPORT_TXT engine");
     exportCommand->add_option("KIND", options->kind, "points, lines or polygons")
+        ->type_name("KIND")
         ->required()
         ->check(CLI::IsMember({"points", "lines", "polygons"}));
     exportCommand->add_option("INPUT", options->input, "JSON Lines or GeoJSON, as 'tessel import' writes them")
+        ->type_name("INPUT")
         ->required();
-    exportCommand->add_option("-o,--output", options->output, "The text file to write")->required();
+    exportCommand->add_option("-o,--output", options->output, "The text file to write")
+        ->type_name("OUT.txt")
+        ->required();
     options->config.Add(*exportCommand);
     exportCommand
         ->add_option("--bind", options->binds,
                      "An output column, in order (repeat): SOURCE=TARGET or NAME. SOURCE is a GeoJSON property, or "
                      "#0, #1, ... for the values of JSON Lines; TARGET heads the column (default: every field)")
+        ->type_name("SOURCE=TARGET")
         ->allow_extra_args(false);
     exportCommand
         ->add_option("--transform", options->transforms,
                      "Transform of the values bound to TARGET (repeat): TARGET=upper|lower|trim|null|text|real|integer")
+        ->type_name("TARGET=NAME")
         ->allow_extra_args(false);
-    options->nodeConfigOption = exportCommand->add_option(
-        "--node-config", options->nodeConfig, "Node configuration string (default: the main one)");
+    options->nodeConfigOption =
+        exportCommand
+            ->add_option("--node-config", options->nodeConfig, "Node configuration string (default: the main one)")
+            ->type_name("CFG.xml");
     exportCommand->add_option("--node-bind", options->nodeBinds, "A node bind, in order (repeat)")
+        ->type_name("SOURCE=TARGET")
         ->allow_extra_args(false);
-    options->entityTypeOption = exportCommand->add_option(
-        "--entity-type", options->entityType,
-        "The job's entity type (default: points 1, lines 2, polygons 16; any other reads the node side)");
+    options->entityTypeOption =
+        exportCommand
+            ->add_option(
+                "--entity-type", options->entityType,
+                "The job's entity type (default: points 1, lines 2, polygons 16; any other reads the node side)")
+            ->type_name("N");
     options->ifExistsOption =
         exportCommand
             ->add_option("--if-exists", options->ifExists,
                          "When OUT exists: overwrite, append or cancel (default: ask on the terminal, else cancel)")
+            ->type_name("ANSWER")
             ->check(CLI::IsMember({"overwrite", "append", "cancel"}));
     options->inputFormatOption =
         exportCommand->add_option("--input-format", options->inputFormat, "jsonl or geojson, whatever the extension")
+            ->type_name("FORMAT")
             ->check(CLI::IsMember({"jsonl", "geojson"}));
 
     return [exportCommand, options, &command] {

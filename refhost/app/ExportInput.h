@@ -15,9 +15,9 @@
 namespace tessel {
 
 struct InputRecord {
-    std::optional<WString> name;          // "name", or a feature's "id"
-    std::optional<AcGePoint3d> position;  // "position", or a Point geometry
-    std::optional<WString> start, end;    // a line's node names
+    std::optional<WString> name;         // "name", or a feature's "id"
+    std::optional<AcGePoint3d> position; // "position", or a Point geometry
+    std::optional<WString> start, end;   // a line's node names
     // Field values by field index (see ExportInput::fieldNames); missing at the end: null.
     std::vector<VeltoGis::Data::CDataBox> values;
 };

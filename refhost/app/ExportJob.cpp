@@ -117,7 +117,7 @@ void ExportJob::Build(unsigned codePage)
 // Every bind with a source gets the source field's definition, as the framework gives its
 // exported fields; a bind without a source gets none.
 boost::shared_ptr<CDataBindCollection> ExportJob::MakeBinds(const std::vector<BindSpec>& binds,
-                                                           const char* option) const
+                                                            const char* option) const
 {
     auto collection = boost::make_shared<CDataBindCollection>();
     for (const BindSpec& spec : binds) {

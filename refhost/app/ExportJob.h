@@ -16,8 +16,7 @@ class ExportJob {
 public:
     ExportJob(VeltoGis::ImportExport::IExportEngine& engine, const ExportRequest& request, const ExportInput& input)
         : engine_(engine), request_(request), input_(input)
-    {
-    }
+    {}
     ~ExportJob();
     ExportJob(const ExportJob&) = delete;
     ExportJob& operator=(const ExportJob&) = delete;
@@ -37,7 +36,7 @@ public:
 private:
     bool WriterReadsNodeSide() const;
     boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection> MakeBinds(const std::vector<BindSpec>& binds,
-                                                                            const char* option) const;
+                                                                             const char* option) const;
     void BuildEntities();
 
     VeltoGis::ImportExport::IExportEngine& engine_;

@@ -25,9 +25,9 @@ struct ImportOptions {
 
 void CheckTableOptions(const ImportOptions& options)
 {
-    for (const CLI::Option* option : {options.bindOption, options.nodeBindOption, options.transformOption,
-                                      options.filterOption, options.secondary, options.sectionNodes, options.dataOnly,
-                                      options.entityTypeOption, options.nodeConfigOption})
+    for (const CLI::Option* option :
+         {options.bindOption, options.nodeBindOption, options.transformOption, options.filterOption, options.secondary,
+          options.sectionNodes, options.dataOnly, options.entityTypeOption, options.nodeConfigOption})
         RejectIfGiven(option, "'import table' (a row holds every column; no binds, no job)");
     int variants = 0;
     for (const CLI::Option* option : {options.maxLinesOption, options.keysOption, options.keyValueOption})
@@ -99,47 +99,70 @@ FinishParsing AddImportCommand(CLI::App& app, Command& command)
     auto options = std::make_shared<ImportOptions>();
     CLI::App* import = app.add_subcommand("import", "Import a text file through the module's IMPORT_TXT engine");
     import->add_option("KIND", options->kind, "points, lines, polygons, table or cloud")
+        ->type_name("KIND")
         ->required()
         ->check(CLI::IsMember(ImportKindNames()));
     import->add_option("FILE", options->file, "The text file (it becomes the configuration's file path)")
+        ->type_name("FILE")
         ->required();
 
     options->config.Add(*import);
-    options->bindOption = import->add_option("--bind", options->binds,
-                                             "Bind a column to a target, in order (repeat): COLUMN=TARGET or NAME; "
-                                             "targets: ENTITY_NAME, NODE_COORDINATE_X/Y, NODE_X/Y, NODE_S/E, or "
-                                             "any attribute name")
+    options->bindOption = import
+                              ->add_option("--bind", options->binds,
+                                           "Bind a column to a target, in order (repeat): COLUMN=TARGET or NAME; "
+                                           "targets: ENTITY_NAME, NODE_COORDINATE_X/Y, NODE_X/Y, NODE_S/E, or "
+                                           "any attribute name")
+                              ->type_name("COLUMN=TARGET")
                               ->allow_extra_args(false);
     options->transformOption =
-        import->add_option("--transform", options->transforms,
-                           "Transform of the binds to TARGET (repeat): TARGET=upper|lower|trim|null|text|real|integer")
+        import
+            ->add_option("--transform", options->transforms,
+                         "Transform of the binds to TARGET (repeat): TARGET=upper|lower|trim|null|text|real|integer")
+            ->type_name("TARGET=NAME")
             ->allow_extra_args(false);
-    options->nodeConfigOption = import->add_option(
-        "--node-config", options->nodeConfig, "Secondary (node) configuration string (default: the main one)");
+    options->nodeConfigOption = import
+                                    ->add_option("--node-config", options->nodeConfig,
+                                                 "Secondary (node) configuration string (default: the main one)")
+                                    ->type_name("CFG.xml");
     options->nodeBindOption =
         import->add_option("--node-bind", options->nodeBinds, "A secondary (node) bind, in order (repeat)")
+            ->type_name("COLUMN=TARGET")
             ->allow_extra_args(false);
-    options->entityTypeOption = import->add_option(
-        "--entity-type", options->entityType, "The job's entity type (default: points and cloud 1, lines 2, polygons 16)");
+    options->entityTypeOption =
+        import
+            ->add_option("--entity-type", options->entityType,
+                         "The job's entity type (default: points and cloud 1, lines 2, polygons 16)")
+            ->type_name("N");
     options->dataOnly = import->add_flag("--data-only", "The job imports data for existing entities only");
     options->sectionNodes = import->add_flag("--section-nodes", "The job also reads section nodes (secondary side)");
     options->secondary =
         import->add_flag("--secondary", "points: read the secondary configuration and binds (nodes as points)");
     options->filterOption =
-        import->add_option("--filter", options->filter, "points: keep only positions in XMIN,YMIN,XMAX,YMAX");
-    options->maxLinesOption = import->add_option(
-        "--max-lines", options->maxLines, "table: read at most N lines, comments included (default: all)");
+        import->add_option("--filter", options->filter, "points: keep only positions in XMIN,YMIN,XMAX,YMAX")
+            ->type_name("XMIN,YMIN,XMAX,YMAX");
+    options->maxLinesOption = import
+                                  ->add_option("--max-lines", options->maxLines,
+                                               "table: read at most N lines, comments included (default: all)")
+                                  ->type_name("N");
     options->keysOption =
         import->add_option("--keys", options->keys, "table: only rows whose key field, in capitals, is one of these")
+            ->type_name("K1,K2,...")
             ->delimiter(',');
-    options->keyValueOption = import->add_option(
-        "--key-value", options->keyValue, "table: rows of an empty key field matching VALUE[:real|text|integer|null]");
+    options->keyValueOption =
+        import
+            ->add_option("--key-value", options->keyValue,
+                         "table: rows of an empty key field matching VALUE[:real|text|integer|null]")
+            ->type_name("VALUE[:TYPE]");
     options->keyIndexOption =
-        import->add_option("--key-index", options->keyIndex, "table: the key field's index (default: 0)");
-    options->outputOption =
-        import->add_option("-o,--output", options->output, "Output file: .jsonl, .geojson or .csv (default: standard "
-                                                           "output, JSON Lines)");
+        import->add_option("--key-index", options->keyIndex, "table: the key field's index (default: 0)")
+            ->type_name("N");
+    options->outputOption = import
+                                ->add_option("-o,--output", options->output,
+                                             "Output file: .jsonl, .geojson or .csv (default: standard "
+                                             "output, JSON Lines)")
+                                ->type_name("FILE");
     options->formatOption = import->add_option("--format", options->format, "Output format, whatever the extension")
+                                ->type_name("FORMAT")
                                 ->check(CLI::IsMember({"jsonl", "geojson", "csv"}));
     options->strict = import->add_flag("--strict", "A job that does not validate is an error, not a warning");
 

@@ -20,8 +20,8 @@ using VeltoGis::Data::CDataBox;
 using refhost::FromUtf8;
 using refhost::ToUtf8;
 
-const char* const kReservedTargets[] = {"ENTITY_NAME", "NODE_COORDINATE_X", "NODE_COORDINATE_Y", "NODE_X",
-                                        "NODE_Y",      "NODE_S",            "NODE_E"};
+const char* const kReservedTargets[] = {
+    "ENTITY_NAME", "NODE_COORDINATE_X", "NODE_COORDINATE_Y", "NODE_X", "NODE_Y", "NODE_S", "NODE_E"};
 
 bool StartsWith(const std::string& text, const char* prefix) { return text.rfind(prefix, 0) == 0; }
 
@@ -151,16 +151,16 @@ void ImportJob::Build(unsigned codePage)
     if (!request_.nodeBinds.empty()) {
         // The polygon builder, and the cloud builder outside line jobs, match the secondary
         // binds against the primary configuration's columns.
-        const bool primaryColumns = request_.kind == ImportKind::Polygons ||
-                                    (request_.kind == ImportKind::Cloud &&
-                                     definition_.GetEntityType() != VeltoGis::EntityTypeLine);
+        const bool primaryColumns =
+            request_.kind == ImportKind::Polygons ||
+            (request_.kind == ImportKind::Cloud && definition_.GetEntityType() != VeltoGis::EntityTypeLine);
         definition_.SetDBCollectionNode(MakeBinds(request_.nodeBinds, primaryColumns ? 0 : 1, "--node-bind"));
     }
     ApplyTransforms(request_.transforms, {definition_.GetDBCollection(), definition_.GetDBCollectionNode()});
 }
 
 boost::shared_ptr<CDataBindCollection> ImportJob::MakeBinds(const std::vector<BindSpec>& binds, int secondary,
-                                                           const char* option)
+                                                            const char* option)
 {
     DataDefinitionList offered;
     CallEngine([&] { return engine_.GetSourceDataDefinitions(&definition_, offered, secondary), 0; });
@@ -171,8 +171,9 @@ boost::shared_ptr<CDataBindCollection> ImportJob::MakeBinds(const std::vector<Bi
     for (const BindSpec& spec : binds) {
         const WString source = FromUtf8(spec.source);
         const WString target = FromUtf8(spec.target);
-        const auto column = std::find_if(offered.begin(), offered.end(),
-                                         [&source](const auto& definition) { return definition->GetDataID() == source; });
+        const auto column = std::find_if(offered.begin(), offered.end(), [&source](const auto& definition) {
+            return definition->GetDataID() == source;
+        });
         if (!spec.source.empty() && column == offered.end())
             throw UsageError(std::string(option) + ": no column '" + spec.source +
                              "' among the configuration's source fields (" + NamesOf(offered) + ")");

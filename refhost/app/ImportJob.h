@@ -18,8 +18,7 @@ class ImportJob {
 public:
     ImportJob(VeltoGis::ImportExport::IImportEngine& engine, const ImportRequest& request)
         : engine_(engine), request_(request)
-    {
-    }
+    {}
 
     // Builds the definition: configurations (read or composed), the file path through the
     // engine's path setter, the binds and their transforms, the job flags. Throws a usage
@@ -56,7 +55,7 @@ private:
     bool ReadsSecondaryConfiguration() const;
     bool UsesSecondaryBinds() const;
     boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection> MakeBinds(const std::vector<BindSpec>& binds,
-                                                                            int secondary, const char* option);
+                                                                             int secondary, const char* option);
     int RunBuilder();
     RecordLayout ComputeLayout();
 

@@ -26,7 +26,9 @@ FinishParsing AddInformationCommands(CLI::App& app, Command& command)
     engines->add_flag("-v,--verbose", command.engines.verbose, "Also the engines' capability answers");
 
     CLI::App* describe = app.add_subcommand("describe", "Print the engine's description of a configuration");
-    describe->add_option("CFG", options->describeFile, "A file holding the configuration string")->required();
+    describe->add_option("CFG", options->describeFile, "A file holding the configuration string")
+        ->type_name("CFG.xml")
+        ->required();
     options->describeNode = describe->add_flag("--node", "Describe it as the job's secondary (node) configuration");
     options->describeImport = describe->add_flag("--import", "It is an import configuration");
     options->describeExport = describe->add_flag("--export", "It is an export configuration");
@@ -34,20 +36,25 @@ FinishParsing AddInformationCommands(CLI::App& app, Command& command)
 
     CLI::App* targets = app.add_subcommand("targets", "List the target ids an import job must bind and may not bind");
     targets->add_option("KIND", options->targetsKind, "points, lines, polygons, table or cloud")
+        ->type_name("KIND")
         ->required()
         ->check(CLI::IsMember(ImportKindNames()));
-    options->entityTypeOption = targets->add_option("--entity-type", options->entityType, "The job's entity type");
+    options->entityTypeOption =
+        targets->add_option("--entity-type", options->entityType, "The job's entity type")->type_name("N");
     options->dataOnly = targets->add_flag("--data-only", "A job that imports data for existing entities only");
 
     CLI::App* configure = app.add_subcommand(
         "configure", "Run an engine's configuration dialog (this host has none: the dialog ends as cancelled)");
     configure->add_option("ENGINE", options->configureEngine, "import or export")
+        ->type_name("ENGINE")
         ->required()
         ->check(CLI::IsMember({"import", "export"}));
     options->configureFileOption =
-        configure->add_option("FILE", options->configureFile, "import: open the dialog pre-set to this text file");
+        configure->add_option("FILE", options->configureFile, "import: open the dialog pre-set to this text file")
+            ->type_name("FILE");
     options->configureConfigOption =
-        configure->add_option("--config", options->configureConfig, "The configuration to start from");
+        configure->add_option("--config", options->configureConfig, "The configuration to start from")
+            ->type_name("CFG.xml");
     options->configureNode = configure->add_flag("--node", "Edit the secondary (node) configuration");
 
     return [engines, describe, targets, configure, options, &command] {

@@ -40,8 +40,7 @@ std::vector<std::string> UniqueFieldNames(const std::vector<std::string>& names)
     for (const std::string& name : names) {
         // A numbered name skips names that stand in the list themselves.
         std::string candidate = name;
-        for (int number = 2; used.count(candidate) != 0 || (candidate != name && taken.count(candidate) != 0);
-             ++number)
+        for (int number = 2; used.count(candidate) != 0 || (candidate != name && taken.count(candidate) != 0); ++number)
             candidate = name + "#" + std::to_string(number);
         used.insert(candidate);
         unique.push_back(candidate);

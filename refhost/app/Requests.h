@@ -33,10 +33,10 @@ struct TransformSpec {
 // from. Delimiters and comments hold the characters themselves (escapes already resolved).
 struct ImportConfigSpec {
     std::optional<std::string> configFile; // --config
-    std::optional<std::string> delimiters;  // --delimiters
-    std::optional<std::string> comments;    // --comments
-    std::vector<unsigned> fixedPositions;   // --fixed: fixed-width mode when not empty
-    std::vector<ColumnSpec> columns;        // --column, in order
+    std::optional<std::string> delimiters; // --delimiters
+    std::optional<std::string> comments;   // --comments
+    std::vector<unsigned> fixedPositions;  // --fixed: fixed-width mode when not empty
+    std::vector<ColumnSpec> columns;       // --column, in order
 
     bool IsComposed() const { return !configFile; }
 };
@@ -88,8 +88,8 @@ struct ImportRequest {
     KeyValueType keyValueType = KeyValueType::Text;
     int keyIndex = 0;
 
-    std::optional<std::string> output;       // -o; standard output when absent or "-"
-    std::optional<OutputFormat> format;      // --format; otherwise by the output's extension
+    std::optional<std::string> output;  // -o; standard output when absent or "-"
+    std::optional<OutputFormat> format; // --format; otherwise by the output's extension
 };
 
 enum class IfExists { Ask, Overwrite, Append, Cancel };
