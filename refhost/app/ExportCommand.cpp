@@ -1,4 +1,7 @@
+#include "host/CadPlatform.h"
+#include "host/GisUtility.h"
 #include "refhost/CadShimRecording.h"
+#include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
 #include "refhost/app/CodePageText.h"
 #include "refhost/app/Commands.h"
@@ -55,9 +58,32 @@ const WChar* Keyword(IfExists answer)
     return WTEXT("Cancel");
 }
 
+// The user's answer for an existing target, asked on the terminal the way the CAD application
+// asks on its command line, with the host's own question about the target itself (the
+// engine, asked later, sees only the temporary file). Nobody to ask: cancel.
+IfExists AskOnTerminal(const std::string& target)
+{
+    if (isatty(STDIN_FILENO) != 1)
+        return IfExists::Cancel;
+    WString question = VeltoGis::CModuleConfiguration::Instance()->GetMsg(7876);
+    const auto placeholder = question.find(WTEXT("%s"));
+    if (placeholder != WString::npos)
+        question.replace(placeholder, 2, refhost::FromUtf8(target));
+    const WString prompt = question + WTEXT(" [Overwrite/Append/Cancel] <Cancel>: ");
+    CadShim::AllowTerminalPrompts(true);
+    acedInitGet(0, WTEXT("Overwrite Append Cancel"));
+    WChar answer[32] = {};
+    const int result = acedGetKword(prompt.c_str(), answer, 32);
+    CadShim::AllowTerminalPrompts(false);
+    const WString keyword = result == RTNORM ? WString(answer) : WString();
+    return keyword == WTEXT("Overwrite") ? IfExists::Overwrite
+           : keyword == WTEXT("Append")  ? IfExists::Append
+                                         : IfExists::Cancel;
+}
+
 // Where the engine writes. A regular target is written as a temporary file beside it; when
-// the target exists, so does the temporary file, so that the engine asks its question (and
-// holds the target's bytes when the answer may be "append").
+// the target exists, so does the temporary file, holding the target's bytes for "append",
+// so that the engine asks its question, which gets the user's answer.
 std::string PrepareEnginePath(const ExportRequest& request, TemporaryFile& temporary)
 {
     if (IsSpecialFile(request.output))
@@ -67,14 +93,10 @@ std::string PrepareEnginePath(const ExportRequest& request, TemporaryFile& tempo
         temporary.RemoveFileKeepName();
         return temporary.Path();
     }
-    const bool mayAppend =
-        request.ifExists == IfExists::Append || (request.ifExists == IfExists::Ask && isatty(STDIN_FILENO) == 1);
-    if (mayAppend)
+    const IfExists answer = request.ifExists == IfExists::Ask ? AskOnTerminal(request.output) : request.ifExists;
+    if (answer == IfExists::Append)
         CopyFileContent(request.output, temporary);
-    if (request.ifExists == IfExists::Ask)
-        CadShim::AllowTerminalPrompts(true);
-    else
-        CadShim::QueueKeywordAnswers({Keyword(request.ifExists)});
+    CadShim::QueueKeywordAnswers({Keyword(answer)});
     return temporary.Path();
 }
 
@@ -95,7 +117,9 @@ int RunExportCommand(ModuleHost& module, const ExportRequest& request, const Glo
         const bool asked = CadShim::RecordedPrompts().size() > promptsBefore;
         std::cerr << "tessel export: "
                   << (asked ? "'" + request.output + "' exists and was left as it was: the export was cancelled" +
-                                  (request.ifExists == IfExists::Ask ? " (answer with --if-exists)" : "")
+                                  (request.ifExists == IfExists::Ask && isatty(STDIN_FILENO) != 1
+                                       ? " (answer with --if-exists)"
+                                       : "")
                             : "the engine wrote nothing to '" + request.output + "'")
                   << std::endl;
         return ExitJobFailed;

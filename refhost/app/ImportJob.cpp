@@ -294,7 +294,8 @@ void ImportJob::Write(RecordWriter& writer) const
         if (!entity)
             continue;
         EntityRecord record;
-        record.name = entity->HasName() ? &entity->GetName() : nullptr;
+        const WString name = entity->GetName();
+        record.name = entity->HasName() ? &name : nullptr;
         record.values = &entity->Values();
         if (const auto* point = dynamic_cast<const CImpexPoint*>(entity.get()); point && point->HasPosition())
             record.position = &point->GetPosition();
