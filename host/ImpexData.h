@@ -30,14 +30,13 @@ public:
     DataValueList* GetData() { return &values_; }
 
     // Reference host: read access.
-    bool HasName() const { return hasName_; }
-    const WString& GetName() const { return name_; }
+    bool HasName() const { return name_.IsNotNull(); }
+    WString GetName() const { return name_.GetText(); }
     const DataValueList& Values() const { return values_; }
 
 private:
-    WString name_;
+    CDataBox name_; // a text value once named; compact, as millions of entities carry one
     DataValueList values_;
-    bool hasName_ = false;
 };
 
 class VELTOGIS_API CImpexPoint : public CImpexEntity {

@@ -1,6 +1,7 @@
 #include "host/GisData.h"
 
 #include <charconv>
+#include <cstring>
 
 namespace VeltoGis {
 namespace Data {
@@ -10,18 +11,87 @@ CDataBox::CDataBox(const WChar* text)
     SetValue(text);
 }
 
+CDataBox::CDataBox(const CDataBox& other) : kind_(other.kind_)
+{
+    if (kind_ == Kind::Text)
+        AssignText(other.TextData(), other.length_);
+    else
+        storage_ = other.storage_;
+}
+
+CDataBox::CDataBox(CDataBox&& other) noexcept : kind_(other.kind_), length_(other.length_), storage_(other.storage_)
+{
+    other.kind_ = Kind::Null;
+    other.length_ = 0;
+}
+
+CDataBox& CDataBox::operator=(const CDataBox& other)
+{
+    if (this == &other)
+        return *this;
+    if (other.kind_ == Kind::Text) {
+        AssignText(other.TextData(), other.length_);
+    } else {
+        ReleaseText();
+        storage_ = other.storage_;
+    }
+    kind_ = other.kind_;
+    return *this;
+}
+
+CDataBox& CDataBox::operator=(CDataBox&& other) noexcept
+{
+    if (this != &other) {
+        ReleaseText();
+        kind_ = other.kind_;
+        length_ = other.length_;
+        storage_ = other.storage_;
+        other.kind_ = Kind::Null;
+        other.length_ = 0;
+    }
+    return *this;
+}
+
+CDataBox::~CDataBox()
+{
+    ReleaseText();
+}
+
+void CDataBox::ReleaseText()
+{
+    if (kind_ == Kind::Text && length_ > kInlineUnits)
+        delete[] storage_.heapText;
+    length_ = 0;
+}
+
+// Copies before releasing, so that a text taken from this very box stays readable.
+void CDataBox::AssignText(const WChar* text, std::size_t length)
+{
+    Storage fresh{};
+    if (length <= kInlineUnits) {
+        std::memcpy(fresh.inlineText, text, length * sizeof(WChar));
+    } else {
+        fresh.heapText = new WChar[length];
+        std::memcpy(fresh.heapText, text, length * sizeof(WChar));
+    }
+    ReleaseText();
+    storage_ = fresh;
+    length_ = static_cast<unsigned>(length);
+    kind_ = Kind::Text;
+}
+
 void CDataBox::SetValue(int value)
 {
+    ReleaseText();
     kind_ = Kind::Integer;
-    integer_ = value;
-    text_.clear();
+    storage_.integer = value;
 }
 
 void CDataBox::SetValue(double value)
 {
+    ReleaseText();
     kind_ = Kind::Real;
-    real_ = value;
-    text_.clear();
+    storage_.real = value;
 }
 
 void CDataBox::SetValue(const WChar* text)
@@ -30,14 +100,16 @@ void CDataBox::SetValue(const WChar* text)
         SetNull();
         return;
     }
-    kind_ = Kind::Text;
-    text_.assign(text);
+    std::size_t length = 0;
+    while (text[length])
+        ++length;
+    AssignText(text, length);
 }
 
 void CDataBox::SetNull()
 {
+    ReleaseText();
     kind_ = Kind::Null;
-    text_.clear();
 }
 
 CDataBox::operator WString() const
@@ -49,12 +121,12 @@ CDataBox::operator WString() const
     case Kind::Null:
         return WString();
     case Kind::Text:
-        return text_;
+        return WString(TextData(), length_);
     case Kind::Integer:
-        result = std::to_chars(digits, digits + sizeof digits, integer_);
+        result = std::to_chars(digits, digits + sizeof digits, storage_.integer);
         break;
     case Kind::Real:
-        result = std::to_chars(digits, digits + sizeof digits, real_);
+        result = std::to_chars(digits, digits + sizeof digits, storage_.real);
         break;
     }
     return WString(digits, result.ptr);
@@ -68,11 +140,12 @@ bool CDataBox::operator==(const CDataBox& other) const
     case Kind::Null:
         return true;
     case Kind::Integer:
-        return integer_ == other.integer_;
+        return storage_.integer == other.storage_.integer;
     case Kind::Real:
-        return real_ == other.real_;
+        return storage_.real == other.storage_.real;
     case Kind::Text:
-        return text_ == other.text_;
+        return length_ == other.length_ &&
+               std::memcmp(TextData(), other.TextData(), length_ * sizeof(WChar)) == 0;
     }
     return false;
 }

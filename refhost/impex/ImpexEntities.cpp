@@ -18,8 +18,7 @@ CImpexEntity::~CImpexEntity() = default;
 
 void CImpexEntity::SetName(const WChar* name)
 {
-    Assign(name_, name);
-    hasName_ = true;
+    name_.SetValue(name ? name : WTEXT(""));
 }
 
 void CImpexEntity::AddData(boost::shared_ptr<CDataBox> value)

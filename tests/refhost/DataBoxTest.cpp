@@ -95,6 +95,37 @@ TEST(DataBox, EqualityNeedsEqualKindsAndValues)
     EXPECT_NE(Real(NAN), Real(NAN));
 }
 
+// Short texts live in the box, longer ones in a block of their own: copies, moves and
+// reassignments must keep every text whole on both sides of that boundary.
+TEST(DataBox, TextSurvivesCopyMoveAndReassignmentAtEveryLength)
+{
+    for (const char* utf8 : {"", "M", "WALL", "POSTS", "P1000000", "a much longer field text \xC3\xA9"}) {
+        SCOPED_TRACE(utf8);
+        const WString text = refhost::testing::W(utf8);
+        CDataBox original(text.c_str());
+        CDataBox copy(original);
+        EXPECT_EQ(copy, original);
+        EXPECT_EQ(WString(copy), text);
+
+        CDataBox moved(std::move(copy));
+        EXPECT_EQ(WString(moved), text);
+        EXPECT_FALSE(copy.IsNotNull());
+
+        CDataBox assigned = Text(u"previous text of some length");
+        assigned = original;
+        EXPECT_EQ(WString(assigned), text);
+        assigned = Real(2.5);
+        EXPECT_EQ(assigned, Real(2.5));
+        EXPECT_EQ(assigned.GetText(), WString());
+
+        // A box given its own text keeps it.
+        CDataBox self(text.c_str());
+        self.SetValue(WString(self).c_str());
+        EXPECT_EQ(WString(self), text);
+        EXPECT_EQ(original.GetText(), text);
+    }
+}
+
 TEST(DataRW, ReadsTheFieldNamedByTheDefinition)
 {
     CEntity entity;
