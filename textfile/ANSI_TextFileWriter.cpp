@@ -1,6 +1,8 @@
 #include "textfile/ANSI_TextFileWriter.h"
 
+#include "textfile/CodePage.h"
 #include "textfile/TextFileTypes.h"
+#include "textfile/WideText.h"
 
 #include <climits>
 
@@ -17,6 +19,8 @@ int ANSI_TextFileWriter::WriteRun(const WChar* text, int count, unsigned codePag
     const std::size_t units = RunLength(text, count);
     if (units == 0)
         return TextFileResult::Ok;
+    if (const SingleByteCodePage* table = TableFor(codePage))
+        return WriteThroughTable(*table, text, units, defaultChar, usedDefault);
     if (units > INT_MAX / 2 - 1)
         return TextFileResult::IoError;
     // Two bytes per unit hold every single- and double-byte code page; a code page that
@@ -32,4 +36,33 @@ int ANSI_TextFileWriter::WriteRun(const WChar* text, int count, unsigned codePag
         }
     }
     return Put(scratch_.data(), static_cast<std::size_t>(converted));
+}
+
+const SingleByteCodePage* ANSI_TextFileWriter::TableFor(unsigned codePage)
+{
+    const unsigned resolved = codePage != 0 ? codePage : Platform::AnsiCodePage();
+    if (resolved != tableCodePage_) {
+        table_ = Platform::FindSingleByteCodePage(resolved);
+        tableCodePage_ = resolved;
+    }
+    return table_;
+}
+
+int ANSI_TextFileWriter::WriteThroughTable(const SingleByteCodePage& table, const WChar* text, std::size_t units,
+                                           const char* defaultChar, bool* usedDefault)
+{
+    const char replacement = defaultChar && *defaultChar ? *defaultChar : kDefaultReplacementByte;
+    char bytes[1024];
+    while (units > 0) {
+        // A surrogate pair becomes one byte; never cut one between two chunks.
+        std::size_t chunk = units < sizeof bytes ? units : sizeof bytes;
+        if (chunk < units && IsHighSurrogate(text[chunk - 1]))
+            --chunk;
+        const std::size_t written = table.Encode(text, chunk, bytes, replacement, usedDefault);
+        if (Put(bytes, written) != TextFileResult::Ok)
+            return TextFileResult::IoError;
+        text += chunk;
+        units -= chunk;
+    }
+    return TextFileResult::Ok;
 }

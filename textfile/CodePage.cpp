@@ -1,15 +1,9 @@
 #include "textfile/CodePage.h"
 
 #include "textfile/Sse2.h"
+#include "textfile/WideText.h"
 
 #include <algorithm>
-
-namespace {
-
-bool IsHighSurrogate(WChar unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool IsLowSurrogate(WChar unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
-
-} // namespace
 
 SingleByteCodePage::SingleByteCodePage(unsigned number, const WChar (&toWide)[256])
     : number_(number), toByte_(new std::uint16_t[0x10000])

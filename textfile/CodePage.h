@@ -10,6 +10,9 @@
 #include <cstdint>
 #include <memory>
 
+// What a character that a code page cannot hold becomes when no default character is given.
+constexpr char kDefaultReplacementByte = '?';
+
 class SingleByteCodePage {
 public:
     // toWide: the code unit of every byte value. Where several bytes map to one unit, the

@@ -25,7 +25,6 @@ constexpr unsigned kDefaultAnsiCodePage = 1252;
 constexpr unsigned kUtf8CodePage = 65001;
 constexpr unsigned kThreadAnsiCodePage = 3; // CP_THREAD_ACP: the ANSI code page as well
 constexpr WChar kReplacementUnit = 0xFFFD;
-constexpr char kDefaultReplacementByte = '?';
 
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
 const char* const kWideName = "UTF-16BE";
@@ -232,8 +231,6 @@ void ConvertWithIconv(iconv_t cd, const char* input, std::size_t size, Sink<OutU
     }
 }
 
-bool IsHighSurrogate(WChar unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool IsLowSurrogate(WChar unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
 // Runs convert(entry) on the code page's entry with the registry locked; 0 for a code page
 // the system does not know.

@@ -1,13 +1,11 @@
 #include "textfile/UTF8_TextFileWriter.h"
 
 #include "textfile/TextFileTypes.h"
+#include "textfile/WideText.h"
 
 namespace {
 
 constexpr std::uint32_t kReplacement = 0xFFFD;
-
-bool IsHighSurrogate(std::uint32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool IsLowSurrogate(std::uint32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
 } // namespace
 

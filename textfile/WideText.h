@@ -7,6 +7,10 @@
 #include <cstdint>
 #include <initializer_list>
 
+// UTF-16 surrogate halves (taken as 32-bit codes, so a code point above 0xFFFF is neither).
+constexpr bool IsHighSurrogate(std::uint32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+constexpr bool IsLowSurrogate(std::uint32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+
 // Reads a decimal integer the way the C runtime's _wtoi does: leading blanks
 // (space, \t \n \v \f \r) are skipped, one '+' or '-' is accepted, digits are read up to
 // the first non-digit; no digit gives 0. A value out of the int range saturates.

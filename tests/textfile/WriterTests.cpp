@@ -193,6 +193,29 @@ TEST(Writer, AnsiWriterFollowsTheCodePage)
     EXPECT_EQ(ReadBytes(folder.Path("c.txt")), "\x8A\xE8\xF8\xE3\x81\x82");
 }
 
+// A long run is converted in pieces: a surrogate pair that straddles a piece boundary is
+// still one character, and so one replacement byte.
+TEST(Writer, AnsiLongRunKeepsSurrogatePairsWholeAcrossPieces)
+{
+    for (std::size_t pairAt : {1022u, 1023u, 1024u, 2047u}) {
+        SCOPED_TRACE(pairAt);
+        WString text(3000, u'a');
+        text[pairAt] = 0xD83D;
+        text[pairAt + 1] = 0xDE00;
+        ScratchFolder folder;
+        TextFile file;
+        file.SetCodePage(1252);
+        ASSERT_EQ(file.Open(folder.WidePath("long.txt"), TextFileMode::Write, 1), 0);
+        bool usedDefault = false;
+        EXPECT_EQ(file.WriteString(&usedDefault, text), 0);
+        EXPECT_TRUE(usedDefault);
+        EXPECT_EQ(file.Close(), 0);
+        std::string expected(2999, 'a');
+        expected[pairAt] = '?';
+        EXPECT_EQ(ReadBytes(folder.Path("long.txt")), expected);
+    }
+}
+
 TEST(Writer, WriteFormatFormatsAndWrites)
 {
     ScratchFolder folder;
