@@ -36,19 +36,14 @@ void DelimitedLineWriter::WriteEntity(ExportValueSource& source, std::size_t ent
     WriteLine();
 }
 
-// The transform works on a copy, so exporting never changes the host's entities. An empty
-// bind has no transform: its value is written as it stands.
-void DelimitedLineWriter::AppendValue(const CDataBox* value, CDataBind* bind)
+// An empty bind has no transform: its value is written as it stands.
+void DelimitedLineWriter::AppendValue(CDataBox* value, CDataBind* bind)
 {
     if (!value || !value->IsNotNull())
         return;
-    if (!bind) {
-        line_ += static_cast<WString>(*value);
-        return;
-    }
-    transformed_ = *value;
-    bind->TransformData_Export(&transformed_);
-    line_ += static_cast<WString>(transformed_);
+    if (bind)
+        bind->TransformData_Export(value);
+    line_ += static_cast<WString>(*value);
 }
 
 // Write errors are not reported line by line: the file keeps what the disk took.

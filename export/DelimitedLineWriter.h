@@ -16,17 +16,16 @@ public:
     // The comment text directly followed by the target id of every bind, delimited; an empty
     // bind gives no id but keeps its delimiter.
     void WriteHeader(const WString& comment, const ExportBindList& binds);
-    // One field per bind: the source's value, transformed for export by its bind, or nothing
-    // when there is no value or it is null. The source's values are not changed.
+    // One field per bind: the source's value, transformed for export by its bind in place
+    // (as the framework expects of an export), or nothing when there is no value or it is null.
     void WriteEntity(ExportValueSource& source, std::size_t entity, const ExportBindList& binds);
 
 private:
-    void AppendValue(const VeltoGis::Data::CDataBox* value, VeltoGis::ImportExport::CDataBind* bind);
+    void AppendValue(VeltoGis::Data::CDataBox* value, VeltoGis::ImportExport::CDataBind* bind);
     void WriteLine();
 
     TextFile& file_;
     const WString delimiter_;
-    // Kept between lines so that their capacities are reused.
+    // Kept between lines so that its capacity is reused.
     WString line_;
-    VeltoGis::Data::CDataBox transformed_;
 };

@@ -21,9 +21,10 @@ public:
     // through); the export then stops before the output file is touched.
     virtual bool CanServe(const ExportBindList& binds) const = 0;
     // The value of the entity's column, or null when there is none. bind may be null (an
-    // empty bind). The value is only read, and stays valid until the next call.
-    virtual const VeltoGis::Data::CDataBox* ValueOf(std::size_t entity, std::size_t column,
-                                                    const VeltoGis::ImportExport::CDataBind* bind) = 0;
+    // empty bind). The writer transforms the value for export in place; it stays valid until
+    // the next call.
+    virtual VeltoGis::Data::CDataBox* ValueOf(std::size_t entity, std::size_t column,
+                                              const VeltoGis::ImportExport::CDataBind* bind) = 0;
 };
 
 // The entities of the framework's list, each carrying its values in bind order.
@@ -34,7 +35,7 @@ public:
 
 protected:
     // The entity's values; null for a missing entity.
-    const VeltoGis::ImportExport::DataValueList* ValuesOf(std::size_t entity) const
+    VeltoGis::ImportExport::DataValueList* ValuesOf(std::size_t entity) const
     {
         VeltoGis::ImportExport::CImpexEntity* item = entities_[entity].get();
         return item ? item->GetData() : nullptr;

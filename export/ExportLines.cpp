@@ -27,7 +27,7 @@ public:
 
     std::size_t EntityCount() const override { return entities_ ? entities_->size() : 0; }
     bool CanServe(const ExportBindList& binds) const override { return EveryBindHasSource(binds); }
-    const CDataBox* ValueOf(std::size_t entity, std::size_t, const CDataBind* bind) override
+    CDataBox* ValueOf(std::size_t entity, std::size_t, const CDataBind* bind) override
     {
         value_ = CDataBox();
         if (CEntity* item = (*entities_)[entity].get())

