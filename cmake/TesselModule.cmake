@@ -19,7 +19,7 @@ if(objects AND TARGET VeltoXGisCore AND TARGET VeltoXImportExportCore AND TARGET
   # Only the five entry points leave the module; iconv and the C++ runtime stay private.
   # The version script keeps the C++ library's template code (default visibility in its
   # headers) from leaking out as weak symbols.
-  target_link_options(VeltoXTessel PRIVATE -Wl,--exclude-libs,ALL -Wl,--no-undefined
+  target_link_options(VeltoXTessel PRIVATE -Wl,--exclude-libs,ALL ${TESSEL_NO_UNDEFINED}
     -Wl,--version-script=${CMAKE_SOURCE_DIR}/cmake/VeltoXTessel.map)
   set_property(TARGET VeltoXTessel APPEND PROPERTY LINK_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/VeltoXTessel.map)
 endif()
