@@ -3,6 +3,7 @@
 // of the very bytes the export wrote, in the same run. Also reports the memory the export
 // takes beyond the entities, and the heap allocations it makes.
 
+#include "bench/common/BenchClocks.h"
 #include "export/ExportEngine_Txt.h"
 #include "host/GisUtility.h"
 #include "ui/DialogFactory.h"
@@ -53,12 +54,6 @@ struct Options {
     std::string dir;
     int repeat = 3;
 };
-
-double Now()
-{
-    using Clock = std::chrono::steady_clock;
-    return std::chrono::duration<double>(Clock::now().time_since_epoch()).count();
-}
 
 WString Widen(const std::string& text) { return WString(text.begin(), text.end()); }
 
@@ -126,7 +121,7 @@ std::string ReadBytes(const std::string& path)
 
 double PlainWrite(const std::string& path, const std::string& bytes)
 {
-    const double start = Now();
+    const double start = WallSeconds();
     const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     if (fd < 0)
         return 0;
@@ -137,7 +132,7 @@ double PlainWrite(const std::string& path, const std::string& bytes)
         done += static_cast<std::size_t>(written);
     }
     ::close(fd);
-    return Now() - start;
+    return WallSeconds() - start;
 }
 
 // New files only: the export never has to ask what to do with an existing one.
@@ -194,15 +189,15 @@ int main(int argc, char** argv)
     InstallDialogFactory(&answers);
 
     const long residentBefore = ResidentKiB();
-    const double buildStart = Now();
+    const double buildStart = WallSeconds();
     const ImpexEntityList entities = MakeEntities(options.entities);
     ImpexEntityList& input = const_cast<ImpexEntityList&>(entities);
     std::printf("entities: %ld points, 5 values each, built in %.2f s, %ld MiB resident for them\n", options.entities,
-                Now() - buildStart, (ResidentKiB() - residentBefore) / 1024);
+                WallSeconds() - buildStart, (ResidentKiB() - residentBefore) / 1024);
 
-    const double textStart = Now();
+    const double textStart = WallSeconds();
     const unsigned long long hostAllocations = HostTextAllocations(entities);
-    std::printf("host: values to text alone %.3f s (%llu of them need the heap)\n\n", Now() - textStart,
+    std::printf("host: values to text alone %.3f s (%llu of them need the heap)\n\n", WallSeconds() - textStart,
                 hostAllocations);
 
     std::printf("%-8s %-8s %10s %12s %10s %8s\n", "format", "writer", "MB", "lines/s", "MB/s", "of plain");
@@ -219,12 +214,12 @@ int main(int argc, char** argv)
             const long resident = ResidentKiB();
             ResetPeakResident();
             const unsigned long long allocationsBefore = allocations;
-            const double start = Now();
+            const double start = WallSeconds();
             if (engine.ExportPoints(&job, input) != 1) {
                 std::fprintf(stderr, "bench-export: the export to %s failed\n", exported.c_str());
                 return 1;
             }
-            best = std::min(best, Now() - start);
+            best = std::min(best, WallSeconds() - start);
             exportAllocations = allocations - allocationsBefore;
             peakGrowth = PeakResidentKiB() - resident;
         }

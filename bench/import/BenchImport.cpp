@@ -5,6 +5,7 @@
 // limit, peak memory of the cloud import and memory per imported point. Speeds are taken
 // from the processor time of the process (the machine is shared); wall time is shown beside.
 
+#include "bench/common/BenchClocks.h"
 #include "host/GisUtility.h"
 #include "host/ImpexEngines.h"
 #include "import/ImportEngine_Txt.h"
@@ -55,19 +56,6 @@ struct Figure {
     double wallSeconds = 0;
 };
 
-double Now()
-{
-    timespec now;
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
-
-double WallNow()
-{
-    using Clock = std::chrono::steady_clock;
-    return std::chrono::duration<double>(Clock::now().time_since_epoch()).count();
-}
-
 // Kilobytes of a "VmRSS:" or "VmHWM:" line of /proc/self/status.
 long StatusKilobytes(const char* key)
 {
@@ -96,8 +84,8 @@ WString Widen(const std::string& text)
 // fields 1 and 2.
 Figure LimitLoop(const Options& options, double& checksum)
 {
-    const double start = Now();
-    const double wallStart = WallNow();
+    const double start = ProcessCpuSeconds();
+    const double wallStart = WallSeconds();
     std::vector<char> block(1 << 20);
     Figure figure;
     int file = open(options.path.c_str(), O_RDONLY);
@@ -144,8 +132,8 @@ Figure LimitLoop(const Options& options, double& checksum)
     if (!line.empty())
         processLine();
     close(file);
-    figure.seconds = Now() - start;
-    figure.wallSeconds = WallNow() - wallStart;
+    figure.seconds = ProcessCpuSeconds() - start;
+    figure.wallSeconds = WallSeconds() - wallStart;
     return figure;
 }
 
@@ -204,7 +192,7 @@ unsigned long long CountLineFeeds(const std::string& path)
 // characters, that name as a text value, three real values and a short text value.
 Figure HostObjects(unsigned long long count, ImpexEntityList& points)
 {
-    const double start = Now(), wallStart = WallNow();
+    const double start = ProcessCpuSeconds(), wallStart = WallSeconds();
     points.reserve(count);
     for (unsigned long long i = 0; i < count; ++i) {
         auto point = boost::make_shared<CImpexPoint>();
@@ -225,7 +213,7 @@ Figure HostObjects(unsigned long long count, ImpexEntityList& points)
         point->SetPosition(AcGePoint3d(600822.465, 5823673.743, 0.0));
         points.push_back(std::move(point));
     }
-    return Figure{Now() - start, count, WallNow() - wallStart};
+    return Figure{ProcessCpuSeconds() - start, count, WallSeconds() - wallStart};
 }
 
 void Report(const char* name, const Figure& figure, double megabytes, const Figure* limit)
@@ -297,9 +285,9 @@ int main(int argc, char** argv)
         auto job = Job(options, {{WTEXT("x"), WTEXT("NODE_COORDINATE_X")}, {WTEXT("y"), WTEXT("NODE_COORDINATE_Y")}});
         auto cloud = boost::make_shared<CCloud>(CCloud::Storage::CountOnly);
         ResetPeakMemory();
-        const double start = Now(), wallStart = WallNow();
+        const double start = ProcessCpuSeconds(), wallStart = WallSeconds();
         const int result = engine.ImportCloud(&job, cloud);
-        Figure figure{Now() - start, cloud->PointCount(), WallNow() - wallStart};
+        Figure figure{ProcessCpuSeconds() - start, cloud->PointCount(), WallSeconds() - wallStart};
         Report("ImportCloud", figure, megabytes, haveLimit ? &limit : nullptr);
         std::printf("               result %d, %zu points, checksum %016llx, peak memory %.1f MB\n", result,
                     cloud->PointCount(), static_cast<unsigned long long>(cloud->Checksum()),
@@ -314,9 +302,9 @@ int main(int argc, char** argv)
                                  {WTEXT("code"), WTEXT("CODE")}});
         ImpexEntityList points;
         const long before = StatusKilobytes("VmRSS:");
-        const double start = Now(), wallStart = WallNow();
+        const double start = ProcessCpuSeconds(), wallStart = WallSeconds();
         const int result = engine.ImportPoints(&job, points, 0, nullptr);
-        Figure figure{Now() - start, points.size(), WallNow() - wallStart};
+        Figure figure{ProcessCpuSeconds() - start, points.size(), WallSeconds() - wallStart};
         const long after = StatusKilobytes("VmRSS:");
         Report("ImportPoints", figure, megabytes, haveLimit ? &limit : nullptr);
         std::printf("               result %d, %zu points, %.0f bytes per point (resident growth %.1f MB)\n", result,

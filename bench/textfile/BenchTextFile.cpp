@@ -1,6 +1,7 @@
 // bench-textfile: how fast TextFile reads a file, alone and with the per-line work of a
 // delimited (or fixed-width) import, beside a plain read() loop over the same bytes.
 
+#include "bench/common/BenchClocks.h"
 #include "textfile/FieldSplit.h"
 #include "textfile/TextFile.h"
 
@@ -51,27 +52,14 @@ struct Result {
     unsigned long long check = 0; // keeps the work from being optimised away
 };
 
-// Figures are taken in CPU time (user + system, so the plain loop's copying in the kernel
-// counts): on a machine shared with other work, wall time mostly measures the others.
 struct Stopwatch {
-    double cpu = Cpu();
-    double wall = Wall();
+    double cpu = ProcessCpuSeconds();
+    double wall = WallSeconds();
 
-    static double Cpu()
-    {
-        timespec now{};
-        ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-        return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-    }
-    static double Wall()
-    {
-        using Clock = std::chrono::steady_clock;
-        return std::chrono::duration<double>(Clock::now().time_since_epoch()).count();
-    }
     void Stop(Result& result) const
     {
-        result.seconds = Cpu() - cpu;
-        result.wall = Wall() - wall;
+        result.seconds = ProcessCpuSeconds() - cpu;
+        result.wall = WallSeconds() - wall;
     }
 };
 
