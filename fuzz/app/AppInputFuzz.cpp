@@ -22,9 +22,9 @@ void ParseOptionValues(const std::string& text)
         }
     };
     attempt([&] { tessel::ResolveEscapes("--delimiters", text); });
-    attempt([&] { tessel::ParseColumnSpec(text); });
-    attempt([&] { tessel::ParseBindSpec("--bind", text); });
-    attempt([&] { tessel::ParseTransformSpec(text); });
+    attempt([&] { tessel::ParseColumnOption(text); });
+    attempt([&] { tessel::ParseBindOption("--bind", text); });
+    attempt([&] { tessel::ParseTransformOption(text); });
     attempt([&] { tessel::ParsePositions(text); });
     attempt([&] { tessel::ParseFilter(text); });
     attempt([&] {

@@ -133,12 +133,12 @@ Transform FindTransform(const std::string& name)
     throw UsageError("--transform: unknown transform '" + name + "' (known: " + known + ")");
 }
 
-void ApplyTransforms(const std::vector<TransformSpec>& specs,
+void ApplyTransforms(const std::vector<TransformOption>& choices,
                      const std::vector<boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection>>& collections)
 {
-    for (const TransformSpec& spec : specs) {
-        const Transform transform = FindTransform(spec.transform);
-        const WString target = refhost::FromUtf8(spec.target);
+    for (const TransformOption& choice : choices) {
+        const Transform transform = FindTransform(choice.transform);
+        const WString target = refhost::FromUtf8(choice.target);
         int applied = 0;
         for (const auto& collection : collections) {
             if (!collection)
@@ -152,7 +152,7 @@ void ApplyTransforms(const std::vector<TransformSpec>& specs,
             }
         }
         if (applied == 0)
-            throw UsageError("--transform: no bind has the target '" + spec.target + "'");
+            throw UsageError("--transform: no bind has the target '" + choice.target + "'");
     }
 }
 

@@ -24,10 +24,10 @@ const std::vector<std::string>& TransformNames();
 //   real, integer text becomes the number it starts with (0 when none); numbers convert
 VeltoGis::ImportExport::CDataBind::Transform FindTransform(const std::string& name);
 
-// Gives every bind of the collections (null ones skipped) whose target a spec names that
-// spec's transform, in both directions. Throws a usage AppError for an unknown transform or a
+// Gives every bind of the collections (null ones skipped) whose target a choice names that
+// choice's transform, in both directions. Throws a usage AppError for an unknown transform or a
 // target that no bind has.
-void ApplyTransforms(const std::vector<TransformSpec>& specs,
+void ApplyTransforms(const std::vector<TransformOption>& choices,
                      const std::vector<boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection>>& collections);
 
 } // namespace tessel

@@ -34,19 +34,19 @@ void RejectUnknownCommand(CLI::App& app, int argc, const char* const* argv)
 
 } // namespace
 
-std::vector<BindSpec> ParseBindSpecs(const char* option, const std::vector<std::string>& values)
+std::vector<BindOption> ParseBindOptions(const char* option, const std::vector<std::string>& values)
 {
-    std::vector<BindSpec> binds;
+    std::vector<BindOption> binds;
     for (const std::string& value : values)
-        binds.push_back(ParseBindSpec(option, value));
+        binds.push_back(ParseBindOption(option, value));
     return binds;
 }
 
-std::vector<TransformSpec> ParseTransformSpecs(const std::vector<std::string>& values)
+std::vector<TransformOption> ParseTransformOptions(const std::vector<std::string>& values)
 {
-    std::vector<TransformSpec> transforms;
+    std::vector<TransformOption> transforms;
     for (const std::string& value : values)
-        transforms.push_back(ParseTransformSpec(value));
+        transforms.push_back(ParseTransformOption(value));
     return transforms;
 }
 
@@ -106,20 +106,20 @@ void ImportConfigOptions::Add(CLI::App& command)
         option->excludes(config);
 }
 
-ImportConfigSpec ImportConfigOptions::Finish() const
+ImportConfigChoice ImportConfigOptions::Finish() const
 {
-    ImportConfigSpec spec;
+    ImportConfigChoice choice;
     if (config->count() > 0)
-        spec.configFile = configFile;
+        choice.configFile = configFile;
     if (composing[0]->count() > 0)
-        spec.delimiters = ResolveEscapes("--delimiters", delimiters);
+        choice.delimiters = ResolveEscapes("--delimiters", delimiters);
     if (composing[1]->count() > 0)
-        spec.comments = ResolveEscapes("--comments", comments);
+        choice.comments = ResolveEscapes("--comments", comments);
     if (composing[2]->count() > 0)
-        spec.fixedPositions = ParsePositions(fixed);
+        choice.fixedPositions = ParsePositions(fixed);
     for (const std::string& column : columns)
-        spec.columns.push_back(ParseColumnSpec(column));
-    return spec;
+        choice.columns.push_back(ParseColumnOption(column));
+    return choice;
 }
 
 void ExportConfigOptions::Add(CLI::App& command)
@@ -143,19 +143,19 @@ void ExportConfigOptions::Add(CLI::App& command)
         option->excludes(config);
 }
 
-ExportConfigSpec ExportConfigOptions::Finish() const
+ExportConfigChoice ExportConfigOptions::Finish() const
 {
-    ExportConfigSpec spec;
+    ExportConfigChoice choice;
     if (config->count() > 0)
-        spec.configFile = configFile;
+        choice.configFile = configFile;
     if (composing[0]->count() > 0)
-        spec.delimiter = ResolveEscapes("--delimiter", delimiter);
+        choice.delimiter = ResolveEscapes("--delimiter", delimiter);
     if (composing[1]->count() > 0)
-        spec.comment = ResolveEscapes("--comment", comment);
+        choice.comment = ResolveEscapes("--comment", comment);
     if (header->count() > 0 || noHeader->count() > 0)
-        spec.header = header->count() > 0;
-    spec.utf16 = utf16;
-    return spec;
+        choice.header = header->count() > 0;
+    choice.utf16 = utf16;
+    return choice;
 }
 
 std::optional<Command> ParseCommandLine(int argc, const char* const* argv, std::ostream& out)

@@ -23,7 +23,7 @@ struct ImportConfigOptions {
     std::vector<CLI::Option*> composing;
 
     void Add(CLI::App& command);
-    ImportConfigSpec Finish() const;
+    ImportConfigChoice Finish() const;
 };
 
 struct ExportConfigOptions {
@@ -35,7 +35,7 @@ struct ExportConfigOptions {
     std::vector<CLI::Option*> composing;
 
     void Add(CLI::App& command);
-    ExportConfigSpec Finish() const;
+    ExportConfigChoice Finish() const;
 };
 
 FinishParsing AddImportCommand(CLI::App& app, Command& command);
@@ -44,8 +44,8 @@ FinishParsing AddConfigCommand(CLI::App& app, Command& command);
 FinishParsing AddInformationCommands(CLI::App& app, Command& command);
 
 // Binds and transforms as repeated options give them.
-std::vector<BindSpec> ParseBindSpecs(const char* option, const std::vector<std::string>& values);
-std::vector<TransformSpec> ParseTransformSpecs(const std::vector<std::string>& values);
+std::vector<BindOption> ParseBindOptions(const char* option, const std::vector<std::string>& values);
+std::vector<TransformOption> ParseTransformOptions(const std::vector<std::string>& values);
 
 // A usage error unless the option was left out: "--OPTION does not apply to WHAT".
 void RejectIfGiven(const CLI::Option* option, const std::string& what);

@@ -44,7 +44,7 @@ FinishParsing AddConfigCommand(CLI::App& app, Command& command)
             command.config.exportConfig = true;
             if (options->exportFileOption->count() > 0)
                 command.config.file = options->exportFile;
-            command.config.exportConfigSpec = options->exportConfig.Finish();
+            command.config.exportConfigChoice = options->exportConfig.Finish();
         }
     };
 }

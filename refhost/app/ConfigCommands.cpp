@@ -42,15 +42,15 @@ bool IsExportConfiguration(const DescribeRequest& request, const WString& text)
 
 int PrintImportConfiguration(IImportEngine& engine, const ConfigRequest& request, std::ostream& out)
 {
-    const ImportConfigSpec& spec = request.importConfig;
-    const WString text = spec.IsComposed() ? ImportConfigDraft(spec, ModuleCodePage())
-                                           : ReadConfigurationFile("--config", *spec.configFile);
+    const ImportConfigChoice& choice = request.importConfig;
+    const WString text = choice.IsComposed() ? ImportConfigDraft(choice, ModuleCodePage())
+                                           : ReadConfigurationFile("--config", *choice.configFile);
     CImportDefinition definition;
     definition.SetImporterConfiguration(text.c_str());
     WString description;
     CallEngine([&] { return engine.GetDescription(description, &definition, 0), 0; });
     if (description.empty())
-        throw UsageError("--config: '" + spec.configFile.value_or("") + "' holds no import configuration");
+        throw UsageError("--config: '" + choice.configFile.value_or("") + "' holds no import configuration");
     SetPathThroughEngine(engine, definition, false, request.file.value_or(""));
     out << ToUtf8(definition.GetImporterConfiguration()) << "\n";
     return ExitSuccess;
@@ -58,9 +58,9 @@ int PrintImportConfiguration(IImportEngine& engine, const ConfigRequest& request
 
 int PrintExportConfiguration(IExportEngine& engine, const ConfigRequest& request, std::ostream& out)
 {
-    const ExportConfigSpec& spec = request.exportConfigSpec;
-    const WString text = spec.IsComposed() ? ExportConfigDraft(spec, ModuleCodePage())
-                                           : ReadConfigurationFile("--config", *spec.configFile);
+    const ExportConfigChoice& choice = request.exportConfigChoice;
+    const WString text = choice.IsComposed() ? ExportConfigDraft(choice, ModuleCodePage())
+                                           : ReadConfigurationFile("--config", *choice.configFile);
     CExportDefinition definition;
     definition.SetExporterConfiguration(text.c_str());
     SetPathThroughEngine(engine, definition, false, request.file.value_or(""));

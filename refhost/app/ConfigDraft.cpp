@@ -61,14 +61,14 @@ void RejectMultiplicationSign(const WString& value, const std::string& option)
         throw UsageError(option + ": the character '×' cannot be stored (the configuration reads it back as '\"')");
 }
 
-WString ColumnElements(const std::vector<ColumnSpec>& columns, unsigned codePage)
+WString ColumnElements(const std::vector<ColumnOption>& columns, unsigned codePage)
 {
     if (columns.empty())
         throw UsageError("no columns: describe the file's fields with --column NAME[:type] (or give --config)");
     std::set<std::string> names;
     WString elements;
     for (std::size_t no = 0; no < columns.size(); ++no) {
-        const ColumnSpec& column = columns[no];
+        const ColumnOption& column = columns[no];
         if (!names.insert(column.name).second)
             throw UsageError("--column: " + Quoted(column.name) + " is given twice; binds reach only the first");
         if (column.name.find('"') != std::string::npos)
@@ -84,37 +84,37 @@ WString ColumnElements(const std::vector<ColumnSpec>& columns, unsigned codePage
 
 } // namespace
 
-WString ImportConfigDraft(const ImportConfigSpec& spec, unsigned codePage)
+WString ImportConfigDraft(const ImportConfigChoice& choice, unsigned codePage)
 {
-    const bool fixed = !spec.fixedPositions.empty();
-    if (fixed && spec.delimiters)
+    const bool fixed = !choice.fixedPositions.empty();
+    if (fixed && choice.delimiters)
         throw UsageError("--fixed and --delimiters exclude each other: a file has fixed-width or delimited fields");
-    const WString delimiters = refhost::FromUtf8(spec.delimiters.value_or(fixed ? "" : " "));
-    const WString comments = refhost::FromUtf8(spec.comments.value_or("#"));
+    const WString delimiters = refhost::FromUtf8(choice.delimiters.value_or(fixed ? "" : " "));
+    const WString comments = refhost::FromUtf8(choice.comments.value_or("#"));
     if (!fixed && delimiters.empty())
         throw UsageError("--delimiters: at least one delimiter character is needed");
     RejectMultiplicationSign(delimiters, "--delimiters");
     RejectMultiplicationSign(comments, "--comments");
 
     WString positions;
-    for (const unsigned position : spec.fixedPositions)
+    for (const unsigned position : choice.fixedPositions)
         positions += Wide(std::to_string(position)) + kInternalSeparator;
 
     return Wide("<?xml version=\"1.0\" encoding=\"utf-8\"?><cfg txtFile=\"\" delimiter=\"" +
                 EncodeValue(delimiters, codePage, "--delimiters") + "\" comments=\"" +
                 EncodeValue(comments, codePage, "--comments") + "\" mode=\"" + (fixed ? "1" : "0") +
                 "\" colPositions=\"") +
-           positions + WTEXT("\">") + ColumnElements(spec.columns, codePage) + WTEXT("</cfg>");
+           positions + WTEXT("\">") + ColumnElements(choice.columns, codePage) + WTEXT("</cfg>");
 }
 
-WString ExportConfigDraft(const ExportConfigSpec& spec, unsigned codePage)
+WString ExportConfigDraft(const ExportConfigChoice& choice, unsigned codePage)
 {
-    const WString comment = refhost::FromUtf8(spec.comment.value_or("#"));
-    const WString delimiter = refhost::FromUtf8(spec.delimiter.value_or("\t"));
+    const WString comment = refhost::FromUtf8(choice.comment.value_or("#"));
+    const WString delimiter = refhost::FromUtf8(choice.delimiter.value_or("\t"));
     return Wide("<?xml version=\"1.0\" encoding=\"utf-8\"?><cfg txtFile=\"\" comment=\"" +
                 EncodeValue(comment, codePage, "--comment") + "\" delimiter=\"" +
                 EncodeValue(delimiter, codePage, "--delimiter") + "\" header=\"" +
-                (spec.header.value_or(true) ? "1" : "0") + "\" format=\"" + (spec.utf16 ? "1" : "0") + "\"/>");
+                (choice.header.value_or(true) ? "1" : "0") + "\" format=\"" + (choice.utf16 ? "1" : "0") + "\"/>");
 }
 
 WString DecodeConfigurationBytes(const std::string& bytes)

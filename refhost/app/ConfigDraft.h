@@ -15,11 +15,11 @@ namespace tessel {
 // usage AppError for what the configuration cannot carry: a character outside the code page,
 // "×" in delimiters or comments (it reads back as a double quote), a double quote in a column
 // name (it reads back as "×"), two columns of the same name, no column at all.
-WString ImportConfigDraft(const ImportConfigSpec& spec, unsigned codePage);
+WString ImportConfigDraft(const ImportConfigChoice& choice, unsigned codePage);
 
 // The draft of an export configuration: comment ("#"), delimiter (tab), header (on) and
 // encoding (ANSI unless utf16), with an empty file path.
-WString ExportConfigDraft(const ExportConfigSpec& spec, unsigned codePage);
+WString ExportConfigDraft(const ExportConfigChoice& choice, unsigned codePage);
 
 // A configuration string stored in a file: UTF-8, or UTF-16 with its byte-order mark; line
 // ends after the text are not part of it. Throws a usage AppError naming the option when the

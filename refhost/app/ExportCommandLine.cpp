@@ -32,9 +32,9 @@ void Finish(const ExportOptions& options, ExportRequest& request)
     request.config = options.config.Finish();
     if (options.nodeConfigOption->count() > 0)
         request.nodeConfigFile = options.nodeConfig;
-    request.binds = ParseBindSpecs("--bind", options.binds);
-    request.nodeBinds = ParseBindSpecs("--node-bind", options.nodeBinds);
-    request.transforms = ParseTransformSpecs(options.transforms);
+    request.binds = ParseBindOptions("--bind", options.binds);
+    request.nodeBinds = ParseBindOptions("--node-bind", options.nodeBinds);
+    request.transforms = ParseTransformOptions(options.transforms);
     if (options.entityTypeOption->count() > 0) {
         CheckEntityType(options.entityType);
         request.entityType = options.entityType;

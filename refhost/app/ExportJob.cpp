@@ -102,10 +102,10 @@ void ExportJob::Build(unsigned codePage)
     definition_.SetExporterConfiguration(main.c_str());
     definition_.SetExporterConfigurationNode(node.c_str());
 
-    std::vector<BindSpec> mainBinds = request_.binds;
+    std::vector<BindOption> mainBinds = request_.binds;
     if (mainBinds.empty()) {
         for (const std::string& field : input_.fieldNames)
-            mainBinds.push_back(BindSpec{field, field});
+            mainBinds.push_back(BindOption{field, field});
     }
     definition_.SetDBCollection(MakeBinds(mainBinds, "--bind"));
     if (!request_.nodeBinds.empty())
@@ -116,17 +116,17 @@ void ExportJob::Build(unsigned codePage)
 
 // Every bind with a source gets the source field's definition, as the framework gives its
 // exported fields; a bind without a source gets none.
-boost::shared_ptr<CDataBindCollection> ExportJob::MakeBinds(const std::vector<BindSpec>& binds,
+boost::shared_ptr<CDataBindCollection> ExportJob::MakeBinds(const std::vector<BindOption>& binds,
                                                             const char* option) const
 {
     auto collection = boost::make_shared<CDataBindCollection>();
-    for (const BindSpec& spec : binds) {
-        const WString source = FromUtf8(spec.source);
-        auto bind = boost::make_shared<CDataBind>(source.c_str(), FromUtf8(spec.target).c_str());
-        if (!spec.source.empty()) {
-            const int index = input_.FieldIndex(spec.source);
+    for (const BindOption& choice : binds) {
+        const WString source = FromUtf8(choice.source);
+        auto bind = boost::make_shared<CDataBind>(source.c_str(), FromUtf8(choice.target).c_str());
+        if (!choice.source.empty()) {
+            const int index = input_.FieldIndex(choice.source);
             if (index < 0 && !input_.records.empty())
-                throw UsageError(std::string(option) + ": no field '" + spec.source + "' in '" + request_.input +
+                throw UsageError(std::string(option) + ": no field '" + choice.source + "' in '" + request_.input +
                                  "' (fields: " + FieldList(input_) + ")");
             auto definition = boost::make_shared<VeltoGis::Data::CDataDefinition>();
             definition->SetDataID(source.c_str());

@@ -35,7 +35,7 @@ public:
 
 private:
     bool WriterReadsNodeSide() const;
-    boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection> MakeBinds(const std::vector<BindSpec>& binds,
+    boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection> MakeBinds(const std::vector<BindOption>& binds,
                                                                              const char* option) const;
     void BuildEntities();
 

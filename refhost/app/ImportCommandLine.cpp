@@ -63,9 +63,9 @@ void Finish(const ImportOptions& options, ImportRequest& request)
 
     if (options.nodeConfigOption->count() > 0)
         request.nodeConfigFile = options.nodeConfig;
-    request.binds = ParseBindSpecs("--bind", options.binds);
-    request.nodeBinds = ParseBindSpecs("--node-bind", options.nodeBinds);
-    request.transforms = ParseTransformSpecs(options.transforms);
+    request.binds = ParseBindOptions("--bind", options.binds);
+    request.nodeBinds = ParseBindOptions("--node-bind", options.nodeBinds);
+    request.transforms = ParseTransformOptions(options.transforms);
     if (options.entityTypeOption->count() > 0) {
         CheckEntityType(options.entityType);
         request.entityType = options.entityType;

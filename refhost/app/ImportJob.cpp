@@ -127,7 +127,7 @@ void ImportJob::Build(unsigned codePage)
                                 ? ImportConfigDraft(request_.config, codePage)
                                 : ReadConfigurationFile("--config", *request_.config.configFile);
     if (request_.config.IsComposed()) {
-        for (const ColumnSpec& column : request_.config.columns)
+        for (const ColumnOption& column : request_.config.columns)
             composedColumnNames_.push_back(column.name);
     }
     const WString secondary =
@@ -159,7 +159,7 @@ void ImportJob::Build(unsigned codePage)
     ApplyTransforms(request_.transforms, {definition_.GetDBCollection(), definition_.GetDBCollectionNode()});
 }
 
-boost::shared_ptr<CDataBindCollection> ImportJob::MakeBinds(const std::vector<BindSpec>& binds, int secondary,
+boost::shared_ptr<CDataBindCollection> ImportJob::MakeBinds(const std::vector<BindOption>& binds, int secondary,
                                                             const char* option)
 {
     DataDefinitionList offered;
@@ -168,18 +168,18 @@ boost::shared_ptr<CDataBindCollection> ImportJob::MakeBinds(const std::vector<Bi
     CallEngine([&] { return engine_.GetExcludedTargetIds(&definition_, excluded), 0; });
 
     auto collection = boost::make_shared<CDataBindCollection>();
-    for (const BindSpec& spec : binds) {
-        const WString source = FromUtf8(spec.source);
-        const WString target = FromUtf8(spec.target);
+    for (const BindOption& choice : binds) {
+        const WString source = FromUtf8(choice.source);
+        const WString target = FromUtf8(choice.target);
         const auto column = std::find_if(offered.begin(), offered.end(), [&source](const auto& definition) {
             return definition->GetDataID() == source;
         });
-        if (!spec.source.empty() && column == offered.end())
-            throw UsageError(std::string(option) + ": no column '" + spec.source +
+        if (!choice.source.empty() && column == offered.end())
+            throw UsageError(std::string(option) + ": no column '" + choice.source +
                              "' among the configuration's source fields (" + NamesOf(offered) + ")");
-        CheckTarget(spec.target, option);
+        CheckTarget(choice.target, option);
         if (std::find(excluded.begin(), excluded.end(), target) != excluded.end())
-            throw UsageError(std::string(option) + ": a data-only job does not offer the target '" + spec.target + "'");
+            throw UsageError(std::string(option) + ": a data-only job does not offer the target '" + choice.target + "'");
         auto bind = boost::make_shared<CDataBind>(source.c_str(), target.c_str());
         if (column != offered.end())
             bind->SetSourceDataDefinition(*column);

@@ -54,7 +54,7 @@ public:
 private:
     bool ReadsSecondaryConfiguration() const;
     bool UsesSecondaryBinds() const;
-    boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection> MakeBinds(const std::vector<BindSpec>& binds,
+    boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection> MakeBinds(const std::vector<BindOption>& binds,
                                                                              int secondary, const char* option);
     int RunBuilder();
     RecordLayout ComputeLayout();

@@ -80,10 +80,10 @@ std::string ResolveEscapes(const std::string& option, const std::string& value)
     return resolved;
 }
 
-ColumnSpec ParseColumnSpec(const std::string& value)
+ColumnOption ParseColumnOption(const std::string& value)
 {
     const auto pieces = SplitAt(value, ':');
-    ColumnSpec column;
+    ColumnOption column;
     column.name = pieces[0];
     bool typeSeen = false;
     for (std::size_t i = 1; i < pieces.size(); ++i) {
@@ -100,23 +100,23 @@ ColumnSpec ParseColumnSpec(const std::string& value)
     return column;
 }
 
-BindSpec ParseBindSpec(const std::string& option, const std::string& value)
+BindOption ParseBindOption(const std::string& option, const std::string& value)
 {
     const auto equals = value.find('=');
     if (equals == std::string::npos) {
         if (value.empty())
             throw UsageError(option + ": an empty bind (use SOURCE=TARGET)");
-        return BindSpec{value, value};
+        return BindOption{value, value};
     }
-    return BindSpec{value.substr(0, equals), value.substr(equals + 1)};
+    return BindOption{value.substr(0, equals), value.substr(equals + 1)};
 }
 
-TransformSpec ParseTransformSpec(const std::string& value)
+TransformOption ParseTransformOption(const std::string& value)
 {
     const auto equals = value.rfind('=');
     if (equals == std::string::npos || equals + 1 == value.size())
         throw UsageError("--transform: " + Quoted(value) + " is not TARGET=TRANSFORM");
-    return TransformSpec{value.substr(0, equals), value.substr(equals + 1)};
+    return TransformOption{value.substr(0, equals), value.substr(equals + 1)};
 }
 
 std::vector<unsigned> ParsePositions(const std::string& value)

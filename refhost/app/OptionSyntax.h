@@ -1,5 +1,5 @@
 #pragma once
-// The small languages inside option values: escaped characters, column and bind specs,
+// The small languages inside option values: escaped characters, column and bind options,
 // position lists, the filter rectangle and the key value. Each parser throws a usage
 // AppError whose text names the option and the offending value.
 
@@ -15,14 +15,14 @@ namespace tessel {
 std::string ResolveEscapes(const std::string& option, const std::string& value);
 
 // NAME[:real|text|integer][:off]; the type defaults to text.
-ColumnSpec ParseColumnSpec(const std::string& value);
+ColumnOption ParseColumnOption(const std::string& value);
 
 // SOURCE=TARGET, or a lone NAME that binds NAME to a target of the same name. Either side
 // may be empty ("=TARGET": a bind without a source field).
-BindSpec ParseBindSpec(const std::string& option, const std::string& value);
+BindOption ParseBindOption(const std::string& option, const std::string& value);
 
 // TARGET=TRANSFORM.
-TransformSpec ParseTransformSpec(const std::string& value);
+TransformOption ParseTransformOption(const std::string& value);
 
 // POS[,POS...]: character positions at which the second, third, ... field begin; each
 // at least 1 and greater than the one before.

@@ -11,37 +11,37 @@ namespace tessel {
 // Value types of a column, as the import configuration stores them.
 enum class ColumnType { Real = 5001, Text = 5005, Integer = 5010 };
 
-struct ColumnSpec {
+struct ColumnOption {
     std::string name;
     ColumnType type = ColumnType::Text;
     bool enabled = true;
 };
 
 // One data bind: the source field id and the target field id, both as typed (UTF-8).
-struct BindSpec {
+struct BindOption {
     std::string source;
     std::string target;
 };
 
 // A named transform of the reference host applied to every bind with that target.
-struct TransformSpec {
+struct TransformOption {
     std::string target;
     std::string transform;
 };
 
 // The import configuration: a stored configuration string, or the options it is composed
 // from. Delimiters and comments hold the characters themselves (escapes already resolved).
-struct ImportConfigSpec {
+struct ImportConfigChoice {
     std::optional<std::string> configFile; // --config
     std::optional<std::string> delimiters; // --delimiters
     std::optional<std::string> comments;   // --comments
     std::vector<unsigned> fixedPositions;  // --fixed: fixed-width mode when not empty
-    std::vector<ColumnSpec> columns;       // --column, in order
+    std::vector<ColumnOption> columns;       // --column, in order
 
     bool IsComposed() const { return !configFile; }
 };
 
-struct ExportConfigSpec {
+struct ExportConfigChoice {
     std::optional<std::string> configFile; // --config
     std::optional<std::string> delimiter;  // --delimiter
     std::optional<std::string> comment;    // --comment
@@ -69,11 +69,11 @@ struct CoordinateFilter {
 struct ImportRequest {
     ImportKind kind = ImportKind::Points;
     std::string file;
-    ImportConfigSpec config;
+    ImportConfigChoice config;
     std::optional<std::string> nodeConfigFile; // --node-config
-    std::vector<BindSpec> binds;               // --bind
-    std::vector<BindSpec> nodeBinds;           // --node-bind
-    std::vector<TransformSpec> transforms;     // --transform
+    std::vector<BindOption> binds;               // --bind
+    std::vector<BindOption> nodeBinds;           // --node-bind
+    std::vector<TransformOption> transforms;     // --transform
     std::optional<int> entityType;             // --entity-type
     bool dataOnly = false;
     bool sectionNodes = false;
@@ -100,11 +100,11 @@ struct ExportRequest {
     ExportKind kind = ExportKind::Points;
     std::string input;
     std::string output;
-    ExportConfigSpec config;
+    ExportConfigChoice config;
     std::optional<std::string> nodeConfigFile;
-    std::vector<BindSpec> binds;
-    std::vector<BindSpec> nodeBinds;
-    std::vector<TransformSpec> transforms;
+    std::vector<BindOption> binds;
+    std::vector<BindOption> nodeBinds;
+    std::vector<TransformOption> transforms;
     std::optional<int> entityType;
     IfExists ifExists = IfExists::Ask;
     std::optional<InputFormat> inputFormat;
@@ -113,8 +113,8 @@ struct ExportRequest {
 struct ConfigRequest {
     bool exportConfig = false;
     std::optional<std::string> file;
-    ImportConfigSpec importConfig;
-    ExportConfigSpec exportConfigSpec;
+    ImportConfigChoice importConfig;
+    ExportConfigChoice exportConfigChoice;
 };
 
 struct DescribeRequest {

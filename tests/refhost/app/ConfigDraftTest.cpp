@@ -21,19 +21,19 @@ using refhost::testing::W;
 
 constexpr unsigned kCodePage = 1252;
 
-ColumnSpec Column(const char* name, ColumnType type = ColumnType::Text, bool enabled = true)
+ColumnOption Column(const char* name, ColumnType type = ColumnType::Text, bool enabled = true)
 {
-    return ColumnSpec{name, type, enabled};
+    return ColumnOption{name, type, enabled};
 }
 
 TEST(ImportConfigDraft, EngineReadsBackPathDescriptionAndSourceFields)
 {
     IImportEngine& engine = LoadedModule().Importer();
-    ImportConfigSpec spec;
-    spec.columns = {Column("Punkt"), Column("Höhe", ColumnType::Real), Column("skip", ColumnType::Integer, false),
+    ImportConfigChoice choice;
+    choice.columns = {Column("Punkt"), Column("Höhe", ColumnType::Real), Column("skip", ColumnType::Integer, false),
                     Column("a&b<c>'d=e", ColumnType::Integer)};
     CImportDefinition definition;
-    definition.SetImporterConfiguration(ImportConfigDraft(spec, kCodePage).c_str());
+    definition.SetImporterConfiguration(ImportConfigDraft(choice, kCodePage).c_str());
     const WString path = W("/Vermessung/Grüße \"neu\" & <alt>=1.txt");
     ASSERT_EQ(engine.SetPrimaryFilePath(&definition, path.c_str()), 1);
 
@@ -80,13 +80,13 @@ TEST_P(ImportConfigDraftSplitting, EngineSplitsAndSkipsAsComposed)
     const SplitCase& test = GetParam();
     TempDir folder;
     const WString path = folder.WriteFile("in.txt", test.file);
-    ImportConfigSpec spec;
-    spec.delimiters = test.delimiters;
-    spec.comments = test.comments;
-    spec.fixedPositions = test.positions;
-    spec.columns = {Column("c0"), Column("c1"), Column("c2")};
+    ImportConfigChoice choice;
+    choice.delimiters = test.delimiters;
+    choice.comments = test.comments;
+    choice.fixedPositions = test.positions;
+    choice.columns = {Column("c0"), Column("c1"), Column("c2")};
     CImportDefinition definition;
-    definition.SetImporterConfiguration(ImportConfigDraft(spec, kCodePage).c_str());
+    definition.SetImporterConfiguration(ImportConfigDraft(choice, kCodePage).c_str());
     IImportEngine& engine = LoadedModule().Importer();
     ASSERT_EQ(engine.SetPrimaryFilePath(&definition, path.c_str()), 1);
 
@@ -109,29 +109,29 @@ INSTANTIATE_TEST_SUITE_P(Cases, ImportConfigDraftSplitting, ::testing::ValuesIn(
 
 struct RejectedCase {
     const char* name;
-    ImportConfigSpec spec;
+    ImportConfigChoice choice;
     const char* error;
 };
 
 void PrintTo(const RejectedCase& test, std::ostream* out) { *out << test.name; }
 
-ImportConfigSpec SpecWith(std::optional<std::string> delimiters, std::vector<ColumnSpec> columns)
+ImportConfigChoice ChoiceWith(std::optional<std::string> delimiters, std::vector<ColumnOption> columns)
 {
-    ImportConfigSpec spec;
-    spec.delimiters = std::move(delimiters);
-    spec.columns = std::move(columns);
-    return spec;
+    ImportConfigChoice choice;
+    choice.delimiters = std::move(delimiters);
+    choice.columns = std::move(columns);
+    return choice;
 }
 
 const RejectedCase kRejectedCases[] = {
-    {"MultiplicationSignDelimiter", SpecWith("×", {Column("a")}),
+    {"MultiplicationSignDelimiter", ChoiceWith("×", {Column("a")}),
      "--delimiters: the character '×' cannot be stored (the configuration reads it back as '\"')"},
-    {"QuoteInColumnName", SpecWith(std::nullopt, {Column("a\"b")}),
+    {"QuoteInColumnName", ChoiceWith(std::nullopt, {Column("a\"b")}),
      "--column: 'a\"b' contains '\"', which the configuration reads back as '×'"},
-    {"DuplicateColumn", SpecWith(std::nullopt, {Column("a"), Column("a")}),
+    {"DuplicateColumn", ChoiceWith(std::nullopt, {Column("a"), Column("a")}),
      "--column: 'a' is given twice; binds reach only the first"},
-    {"OutsideCodePage", SpecWith("Ω", {Column("a")}), "--delimiters: 'Ω' cannot be written in code page 1252"},
-    {"NoDelimiter", SpecWith("", {Column("a")}), "--delimiters: at least one delimiter character is needed"},
+    {"OutsideCodePage", ChoiceWith("Ω", {Column("a")}), "--delimiters: 'Ω' cannot be written in code page 1252"},
+    {"NoDelimiter", ChoiceWith("", {Column("a")}), "--delimiters: at least one delimiter character is needed"},
 };
 
 class ImportConfigDraftRejects : public ::testing::TestWithParam<RejectedCase> {};
@@ -139,7 +139,7 @@ class ImportConfigDraftRejects : public ::testing::TestWithParam<RejectedCase> {
 TEST_P(ImportConfigDraftRejects, WhatTheConfigurationCannotCarry)
 {
     try {
-        ImportConfigDraft(GetParam().spec, kCodePage);
+        ImportConfigDraft(GetParam().choice, kCodePage);
         FAIL() << "no error";
     } catch (const AppError& error) {
         EXPECT_EQ(error.Status(), ExitUsage);
@@ -155,13 +155,13 @@ TEST(ExportConfigDraft, EngineWritesWithTheComposedCommentDelimiterAndEncoding)
     IExportEngine& engine = LoadedModule().Exporter();
     TempDir folder;
     for (const bool utf16 : {false, true}) {
-        ExportConfigSpec spec;
-        spec.comment = "<!-- ";
-        spec.delimiter = " & \"=\" ";
-        spec.utf16 = utf16;
+        ExportConfigChoice choice;
+        choice.comment = "<!-- ";
+        choice.delimiter = " & \"=\" ";
+        choice.utf16 = utf16;
         CExportDefinition definition;
         definition.SetEntityType(VeltoGis::EntityTypePoint);
-        definition.SetExporterConfiguration(ExportConfigDraft(spec, kCodePage).c_str());
+        definition.SetExporterConfiguration(ExportConfigDraft(choice, kCodePage).c_str());
         const WString path = folder.FilePath(utf16 ? "utf16.txt" : "ansi.txt");
         ASSERT_EQ(engine.SetPrimaryFilePath(&definition, path.c_str()), 1);
         auto binds = boost::make_shared<CDataBindCollection>();
@@ -182,7 +182,7 @@ TEST(ExportConfigDraft, EngineWritesWithTheComposedCommentDelimiterAndEncoding)
 TEST(ExportConfigDraft, DefaultsAreHashTabHeaderAndAnsi)
 {
     CExportDefinition definition;
-    definition.SetExporterConfiguration(ExportConfigDraft(ExportConfigSpec(), kCodePage).c_str());
+    definition.SetExporterConfiguration(ExportConfigDraft(ExportConfigChoice(), kCodePage).c_str());
     IExportEngine& engine = LoadedModule().Exporter();
     ASSERT_EQ(engine.SetPrimaryFilePath(&definition, WTEXT("out.txt")), 1);
     EXPECT_EQ(U8(definition.GetExporterConfiguration()),
