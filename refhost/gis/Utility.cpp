@@ -4,6 +4,7 @@
 #include <fast_float/fast_float.h>
 #include <sys/stat.h>
 
+#include <cstdint>
 #include <string>
 
 namespace VeltoGis {
@@ -66,6 +67,32 @@ double ParseNarrowed(const WChar* first, const WChar* last)
     return value;
 }
 
+// Clinger's fast path for the short decimals that survey files are made of: a mantissa of at
+// most 2^53 and a power of ten of at most 10^22 are both exact doubles, so one division gives
+// the correctly rounded result. Returns false (and leaves value alone) for anything else:
+// an exponent, too many digits, or no digit at all.
+bool ParseShortDecimal(const WChar* text, double& value)
+{
+    static const double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                          1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                          1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    constexpr std::uint64_t kExactMantissa = std::uint64_t{1} << 53;
+    std::uint64_t mantissa = 0;
+    int digits = 0;
+    int fractionDigits = 0;
+    const WChar* p = text;
+    for (; IsDigit(*p) && digits < 19; ++p, ++digits)
+        mantissa = mantissa * 10 + static_cast<unsigned>(*p - '0');
+    if (*p == '.' || *p == ',') {
+        for (++p; IsDigit(*p) && digits < 19; ++p, ++digits, ++fractionDigits)
+            mantissa = mantissa * 10 + static_cast<unsigned>(*p - '0');
+    }
+    if (digits == 0 || IsDigit(*p) || *p == 'e' || *p == 'E' || mantissa > kExactMantissa || fractionDigits > 22)
+        return false;
+    value = static_cast<double>(mantissa) / kPowersOfTen[fractionDigits];
+    return true;
+}
+
 } // namespace
 
 double CUtility::AtoF(const WChar* text)
@@ -77,10 +104,13 @@ double CUtility::AtoF(const WChar* text)
     const bool negative = *text == '-';
     if (*text == '-' || *text == '+')
         ++text;
-    const WChar* end = NumberEnd(text);
-    if (!end)
-        return 0.0;
-    const double value = ParseNarrowed(text, end);
+    double value = 0.0;
+    if (!ParseShortDecimal(text, value)) {
+        const WChar* end = NumberEnd(text);
+        if (!end)
+            return 0.0;
+        value = ParseNarrowed(text, end);
+    }
     return negative ? -value : value;
 }
 

@@ -81,6 +81,14 @@ TEST(AtoF, ReadsTheLongestNumberAfterLeadingBlanks)
         {"4.9406564584124654e-324", 4.9406564584124654e-324},
         {"\xC2\xA0" "5", 0.0},        // a no-break space is not a blank
         {"5\xC2\xB0", 5.0},           // nor a non-ASCII unit after the number
+        // Around the limits of exact short decimals: 2^53, 19 digits, 10^22.
+        {"9007199254740992", 9007199254740992.0},
+        {"9007199254740993", 9007199254740992.0},
+        {"9007199254740993.5", 9007199254740994.0},
+        {"0000000000000000000001.25", 1.25},
+        {"1.0000000000000000000000001", 1.0},
+        {"0.0000000000000000000001", 1e-22},
+        {"0.00000000000000000000001", 1e-23},
     };
     for (const AtoFCase& c : cases)
         EXPECT_EQ(Bits(CUtility::AtoF(W(c.text).c_str())), Bits(c.expected)) << '"' << c.text << '"';
