@@ -35,14 +35,14 @@ public:
     {
         if (!bindCollection_)
             return;
-        auto entity = MakeEntity<Entity>(binds_);
+        auto entity = MakeEntity<Entity>(arena_, binds_);
         for (const ResolvedBind& bind : binds_) {
             const WString* field = bind.Field(fields);
             if (field && bind.role == NameRole)
                 nameRule_.Apply(*entity, *bind.bind, *field);
             else if (field && bind.role >= FirstOwnRole && TakeField(*entity, bind, *field))
                 continue;
-            AddBindValue(*entity, bind, field);
+            AddBindValue(arena_, *entity, bind, field);
         }
         if (Finish(*entity))
             entities_.push_back(std::move(entity));
@@ -50,6 +50,9 @@ public:
 
 protected:
     ~EntityBuilder() = default;
+
+    // Where the run's entities and values are made.
+    ObjectArena& Arena() { return arena_; }
 
     // A bind with one of the builder's own roles whose field is on this line. Returns true
     // when it has appended the bind's value itself.
@@ -62,4 +65,5 @@ private:
     ResolvedBinds binds_;
     VeltoGis::ImportExport::ImpexEntityList& entities_;
     EntityNameRule nameRule_;
+    ObjectArena arena_;
 };

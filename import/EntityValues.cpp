@@ -22,18 +22,19 @@ void EntityNameRule::Apply(VeltoGis::ImportExport::CImpexEntity& entity, VeltoGi
         entity.SetName(name.c_str());
 }
 
-void AddBindValue(VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind, const WString* field)
+void AddBindValue(ObjectArena& arena, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind,
+                  const WString* field)
 {
     if (bind.column)
-        entity.AddData(MakeFieldValue(field, bind.column->GetType()));
+        entity.AddData(MakeFieldValue(arena, field, bind.column->GetType()));
 }
 
-void AddCoordinateValue(VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind, const WString& field,
+void AddCoordinateValue(ObjectArena& arena, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind, const WString& field,
                         double coordinate)
 {
     if (bind.column->GetType() != kColumnReal || field.empty())
-        return AddBindValue(entity, bind, &field);
-    auto value = boost::make_shared<CDataBox>();
+        return AddBindValue(arena, entity, bind, &field);
+    auto value = arena.Make<CDataBox>();
     value->SetValue(coordinate);
     entity.AddData(std::move(value));
 }

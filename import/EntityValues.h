@@ -2,6 +2,7 @@
 // What every entity builder does with a bind: the name rule and the attribute value.
 
 #include "host/ImpexData.h"
+#include "import/ObjectArena.h"
 #include "import/ResolvedBinds.h"
 
 #include <boost/make_shared.hpp>
@@ -21,9 +22,9 @@ private:
 
 // A new entity with room for the values that the binds give it on every line.
 template <class Entity>
-boost::shared_ptr<Entity> MakeEntity(const ResolvedBinds& binds)
+boost::shared_ptr<Entity> MakeEntity(ObjectArena& arena, const ResolvedBinds& binds)
 {
-    auto entity = boost::make_shared<Entity>();
+    auto entity = arena.Make<Entity>();
     entity->GetData()->reserve(binds.ValueCount());
     return entity;
 }
@@ -39,8 +40,9 @@ inline void ReserveForLines(VeltoGis::ImportExport::ImpexEntityList& entities, s
 // Appends the attribute value of a bind whose field on this line is field (null: missing):
 // nothing when its source names no column, a null value when the field is missing or
 // empty, otherwise the field converted by the column's type.
-void AddBindValue(VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind, const WString* field);
+void AddBindValue(ObjectArena& arena, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind,
+                  const WString* field);
 // The same for a field that the builder has already read as a coordinate with
 // CUtility::AtoF: a real column takes that number instead of converting the text again.
-void AddCoordinateValue(VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind, const WString& field,
+void AddCoordinateValue(ObjectArena& arena, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind, const WString& field,
                         double coordinate);

@@ -39,9 +39,9 @@ void SetValueByType(CDataBox& value, const WString& text, int type)
     }
 }
 
-boost::shared_ptr<CDataBox> MakeFieldValue(const WString* field, int type)
+boost::shared_ptr<CDataBox> MakeFieldValue(ObjectArena& arena, const WString* field, int type)
 {
-    auto value = boost::make_shared<CDataBox>();
+    auto value = arena.Make<CDataBox>();
     if (field && !field->empty())
         SetValueByType(*value, *field, type);
     return value;

@@ -50,16 +50,17 @@ protected:
 private:
     void AddRow(const LineFields& fields)
     {
-        auto row = boost::make_shared<CDBRow>();
+        auto row = arena_.Make<CDBRow>();
         row->Data().reserve(run_.Columns().size());
         for (const auto& column : run_.Columns()) {
             const WString* field = ColumnField(fields, column.get());
-            row->Data().push_back(MakeFieldValue(field, column ? column->GetType() : 0));
+            row->Data().push_back(MakeFieldValue(arena_, field, column ? column->GetType() : 0));
         }
         table_.AddDBRow(std::move(row));
     }
 
     CDBTable& table_;
+    ObjectArena arena_;
 };
 
 class AllRows final : public TableRowBuilder {

@@ -1,5 +1,6 @@
 #pragma once
-// The one place where the module reaches the operating system: files and code pages.
+// The one place where the module reaches the operating system: files, code pages and large
+// memory blocks.
 // Shaped after the Win32 calls the module uses on Windows (CreateFileW, ReadFile,
 // WriteFile, SetFilePointer, GetFileSize, CloseHandle, MultiByteToWideChar,
 // WideCharToMultiByte); on Linux it is POSIX file calls and iconv. One implementation file
@@ -9,6 +10,7 @@
 #include "host/Text.h"
 #include "textfile/CodePage.h"
 
+#include <cstddef>
 #include <cstdint>
 
 namespace Platform {
@@ -71,6 +73,15 @@ int WideToMultiByte(unsigned codePage, const WChar* text, int count, char* out, 
 // without a call per line. Null for a multi-byte code page (UTF-8, the East Asian ones) or
 // one the system does not know.
 const SingleByteCodePage* FindSingleByteCodePage(unsigned codePage);
+
+// Memory for objects that are made by the million and live long: a block of kMemoryBlockSize
+// bytes straight from the system, aligned to that size (so that an address tells its block)
+// and zero-filled. With largePages the system is asked to back it with large pages where it
+// offers them, which saves most of the page faults of filling it. Null when the system has
+// no memory left.
+constexpr std::size_t kMemoryBlockSize = std::size_t(2) << 20;
+void* AllocateBlock(bool largePages);
+void FreeBlock(void* block);
 
 // Failure injection for tests, in the manner of a mock of the system calls: the error paths
 // of everything above the platform layer can be run for real. Counters are process-wide

@@ -1,0 +1,90 @@
+#include "import/ObjectArena.h"
+
+#include "textfile/Platform.h"
+
+#include <cstdint>
+
+namespace {
+
+// The first block of a run has ordinary pages, so that a small import takes only what it
+// fills; a run that needs more blocks is a large one.
+constexpr int kBlocksBeforeLargePages = 1;
+
+std::atomic<std::size_t> blocksInUse{0};
+
+std::size_t AlignUp(std::size_t value, std::size_t alignment) { return (value + alignment - 1) / alignment * alignment; }
+
+} // namespace
+
+thread_local ArenaBlock* ObjectArena::controlBlockHome = nullptr;
+
+ArenaBlock::ArenaBlock() : used_(AlignUp(sizeof(ArenaBlock), alignof(std::max_align_t))) {}
+
+ArenaBlock* ArenaBlock::Create(bool largePages)
+{
+    void* memory = Platform::AllocateBlock(largePages);
+    if (!memory)
+        return nullptr;
+    blocksInUse.fetch_add(1, std::memory_order_relaxed);
+    return new (memory) ArenaBlock();
+}
+
+std::size_t ArenaBlock::BlocksInUse() { return blocksInUse.load(std::memory_order_relaxed); }
+
+ArenaBlock* ArenaBlock::Of(const void* object)
+{
+    const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(object);
+    return reinterpret_cast<ArenaBlock*>(address - address % Platform::kMemoryBlockSize);
+}
+
+bool ArenaBlock::HasRoom(std::size_t bytes) const { return Platform::kMemoryBlockSize - used_ >= bytes; }
+
+void* ArenaBlock::Take(std::size_t bytes, std::size_t alignment)
+{
+    const std::size_t start = AlignUp(used_, alignment);
+    if (start > Platform::kMemoryBlockSize || Platform::kMemoryBlockSize - start < bytes)
+        return nullptr;
+    used_ = start + bytes;
+    ++handedOut_;
+    return reinterpret_cast<unsigned char*>(this) + start;
+}
+
+void ArenaBlock::Release()
+{
+    if (outstanding_.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        Free();
+}
+
+void ArenaBlock::Retire()
+{
+    const std::uint64_t neverHandedOut = kHeld - handedOut_;
+    if (outstanding_.fetch_sub(neverHandedOut, std::memory_order_acq_rel) == neverHandedOut)
+        Free();
+}
+
+void ArenaBlock::Free()
+{
+    this->~ArenaBlock();
+    Platform::FreeBlock(this);
+    blocksInUse.fetch_sub(1, std::memory_order_relaxed);
+}
+
+ObjectArena::~ObjectArena()
+{
+    if (current_)
+        current_->Retire();
+}
+
+ArenaBlock* ObjectArena::BlockWithRoom(std::size_t bytes)
+{
+    if (current_ && current_->HasRoom(bytes))
+        return current_;
+    ArenaBlock* fresh = ArenaBlock::Create(blocksMade_ >= kBlocksBeforeLargePages);
+    if (!fresh)
+        return nullptr;
+    ++blocksMade_;
+    if (current_)
+        current_->Retire();
+    current_ = fresh;
+    return current_;
+}
