@@ -52,14 +52,16 @@ int ANSI_TextFileWriter::WriteThroughTable(const SingleByteCodePage& table, cons
                                            const char* defaultChar, bool* usedDefault)
 {
     const char replacement = defaultChar && *defaultChar ? *defaultChar : kDefaultReplacementByte;
-    char bytes[1024];
     while (units > 0) {
-        // A surrogate pair becomes one byte; never cut one between two chunks.
-        std::size_t chunk = units < sizeof bytes ? units : sizeof bytes;
-        if (chunk < units && IsHighSurrogate(text[chunk - 1]))
-            --chunk;
-        const std::size_t written = table.Encode(text, chunk, bytes, replacement, usedDefault);
-        if (Put(bytes, written) != TextFileResult::Ok)
+        // Converted straight into the buffer: a unit gives at most one byte, a surrogate pair
+        // one for both, so a pair cut by the end of the room is taken whole.
+        std::size_t room = 0;
+        char* out = reinterpret_cast<char*>(Room(&room));
+        std::size_t chunk = units < room ? units : room;
+        if (chunk < units && IsHighSurrogate(text[chunk - 1]) && IsLowSurrogate(text[chunk]))
+            ++chunk;
+        const std::size_t written = table.Encode(text, chunk, out, replacement, usedDefault);
+        if (Commit(written) != TextFileResult::Ok)
             return TextFileResult::IoError;
         text += chunk;
         units -= chunk;

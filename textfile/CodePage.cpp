@@ -43,8 +43,10 @@ std::size_t SingleByteCodePage::DecodeText(const char* bytes, std::size_t count,
 std::size_t SingleByteCodePage::Encode(const WChar* text, std::size_t count, char* out,
                                        char replacement, bool* usedDefault) const
 {
-    std::size_t written = 0;
-    for (std::size_t i = 0; i < count; ++i) {
+    auto* bytes = reinterpret_cast<unsigned char*>(out);
+    std::size_t i = asciiIdentity_ ? NarrowAsciiBlocks(text, count, bytes) : 0;
+    std::size_t written = i;
+    for (; i < count; ++i) {
         const std::uint16_t b = toByte_[text[i]];
         if (b != kNoByte) {
             out[written++] = static_cast<char>(b);

@@ -6,6 +6,7 @@
 #include "host/Text.h"
 
 #include <cstddef>
+#include <cstdint>
 
 #if defined(__SSE2__) || defined(_M_X64)
 #include <emmintrin.h>
@@ -71,4 +72,59 @@ inline std::size_t FindNulUnit(const WChar* text, std::size_t count)
     while (i < count && text[i] != 0)
         ++i;
     return i;
+}
+
+// Narrows the leading units 0x0000-0x007F of text[0, count) into out, eight at a time, and
+// returns how many it took. The caller converts the rest, starting with the block that holds
+// the first other unit.
+inline std::size_t NarrowAsciiBlocks(const WChar* text, std::size_t count, unsigned char* out)
+{
+    std::size_t i = 0;
+#ifdef TESSEL_HAS_SSE2
+    const __m128i high = _mm_set1_epi16(static_cast<short>(0xFF80));
+    for (; i + 8 <= count; i += 8) {
+        const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+        if (_mm_movemask_epi8(_mm_cmpeq_epi16(_mm_and_si128(units, high), _mm_setzero_si128())) != 0xFFFF)
+            break;
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(out + i), _mm_packus_epi16(units, units));
+    }
+#else
+    (void)text;
+    (void)count;
+    (void)out;
+#endif
+    return i;
+}
+
+// Aligned block reads may look at a few bytes past the end of a text: they never leave its
+// page, but the address sanitizer would take them for overflows.
+#if defined(__GNUC__) || defined(__clang__)
+#define TESSEL_READS_PAST_END __attribute__((no_sanitize_address))
+#else
+#define TESSEL_READS_PAST_END
+#endif
+
+// The index of the first line feed or U+0000 of a NUL-terminated text. Reads in aligned
+// blocks, which never cross into a page that the text does not reach.
+TESSEL_READS_PAST_END inline std::size_t FindLineFeedOrNul(const WChar* text)
+{
+    const WChar* at = text;
+#ifdef TESSEL_HAS_SSE2
+    if (reinterpret_cast<std::uintptr_t>(at) % sizeof(WChar) == 0) {
+        for (; reinterpret_cast<std::uintptr_t>(at) % 16 != 0; ++at) {
+            if (*at == u'\n' || *at == 0)
+                return static_cast<std::size_t>(at - text);
+        }
+        const __m128i lineFeed = _mm_set1_epi16(u'\n');
+        const __m128i zero = _mm_setzero_si128();
+        for (;; at += 8) {
+            const __m128i units = _mm_load_si128(reinterpret_cast<const __m128i*>(at));
+            if (_mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi16(units, lineFeed), _mm_cmpeq_epi16(units, zero))) != 0)
+                break;
+        }
+    }
+#endif
+    while (*at != u'\n' && *at != 0)
+        ++at;
+    return static_cast<std::size_t>(at - text);
 }

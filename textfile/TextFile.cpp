@@ -2,6 +2,7 @@
 
 #include "textfile/ANSI_TextFileReader.h"
 #include "textfile/ANSI_TextFileWriter.h"
+#include "textfile/Sse2.h"
 #include "textfile/UTF16BE_TextFileReader.h"
 #include "textfile/UTF16BE_TextFileWriter.h"
 #include "textfile/UTF16LE_TextFileReader.h"
@@ -212,16 +213,17 @@ int TextFile::WriteString(bool* usedDefault, const WChar* text)
 // One pass over text: each piece before a line feed is written as a run, then CR LF.
 int TextFile::WriteLines(const WChar* text, bool* usedDefault)
 {
-    const WChar* piece = text;
-    for (const WChar* at = text;; ++at) {
-        if (*at != u'\n' && *at != 0)
-            continue;
-        int result = writer_->WriteRun(piece, static_cast<int>(at - piece), codePage_, DefaultChar(), usedDefault);
-        if (result == TextFileResult::Ok && *at == u'\n')
-            result = writer_->WriteRun(kLineEnd, 2, codePage_, DefaultChar(), usedDefault);
-        if (result != TextFileResult::Ok || *at == 0)
+    for (const WChar* piece = text;;) {
+        const std::size_t length = FindLineFeedOrNul(piece);
+        int result = TextFileResult::Ok;
+        if (length > 0)
+            result = writer_->WriteRun(piece, static_cast<int>(length), codePage_, DefaultChar(), usedDefault);
+        if (result != TextFileResult::Ok || piece[length] == 0)
             return result;
-        piece = at + 1;
+        result = writer_->WriteRun(kLineEnd, 2, codePage_, DefaultChar(), usedDefault);
+        if (result != TextFileResult::Ok)
+            return result;
+        piece += length + 1;
     }
 }
 

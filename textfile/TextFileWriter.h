@@ -37,6 +37,18 @@ public:
 protected:
     // Copies bytes into the buffer, writing it out whenever it is full. 0 or -2.
     int Put(const void* bytes, std::size_t count);
+    // The free part of the buffer, never empty, for a writer that converts into it directly.
+    unsigned char* Room(std::size_t* available)
+    {
+        *available = size_ - used_;
+        return buffer_.get() + used_;
+    }
+    // count bytes were placed in Room; writes the buffer out when it is full. 0 or -2.
+    int Commit(std::size_t count)
+    {
+        used_ += count;
+        return used_ == size_ ? WriteBuffer() : 0;
+    }
     static std::size_t RunLength(const WChar* text, int count);
 
 private:

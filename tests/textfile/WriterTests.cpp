@@ -3,7 +3,11 @@
 
 #include "TextFileTesting.h"
 
+#include "textfile/Platform.h"
+
 #include <gtest/gtest.h>
+
+#include <random>
 
 using namespace std::string_literals;
 using namespace textfile_testing;
@@ -197,9 +201,10 @@ TEST(Writer, AnsiWriterFollowsTheCodePage)
 // still one character, and so one replacement byte.
 TEST(Writer, AnsiLongRunKeepsSurrogatePairsWholeAcrossPieces)
 {
-    for (std::size_t pairAt : {1022u, 1023u, 1024u, 2047u}) {
+    // Pieces end where the 4096-byte buffer is full.
+    for (std::size_t pairAt : {1022u, 1023u, 1024u, 2047u, 4094u, 4095u, 4096u, 8190u, 8191u}) {
         SCOPED_TRACE(pairAt);
-        WString text(3000, u'a');
+        WString text(9000, u'a');
         text[pairAt] = 0xD83D;
         text[pairAt + 1] = 0xDE00;
         ScratchFolder folder;
@@ -210,9 +215,41 @@ TEST(Writer, AnsiLongRunKeepsSurrogatePairsWholeAcrossPieces)
         EXPECT_EQ(file.WriteString(&usedDefault, text), 0);
         EXPECT_TRUE(usedDefault);
         EXPECT_EQ(file.Close(), 0);
-        std::string expected(2999, 'a');
+        std::string expected(8999, 'a');
         expected[pairAt] = '?';
         EXPECT_EQ(ReadBytes(folder.Path("long.txt")), expected);
+    }
+}
+
+// The ANSI writer's fast path for plain ASCII must give what the system's own conversion
+// gives, wherever the other characters, line feeds and buffer ends fall.
+TEST(Writer, AnsiTextMatchesTheSystemConversion)
+{
+    const WChar alphabet[] = {u'a', u'7', u' ', u'\x7F', u'\x80', u'\xE9', u'\x20AC', u'\x4E00', 0xD83D, 0xDE00, u'\n'};
+    std::mt19937 random(11);
+    for (int round = 0; round < 200; ++round) {
+        WString text;
+        const std::size_t length = random() % 5000;
+        for (std::size_t i = 0; i < length; ++i) {
+            // Mostly ASCII, as real files are, so that long plain runs meet the odd character.
+            const std::size_t pick = random() % 40;
+            text += pick < sizeof alphabet / sizeof alphabet[0] ? alphabet[pick] : WChar(u'a' + pick % 26);
+        }
+        WString withCrLf;
+        for (WChar unit : text)
+            withCrLf += unit == u'\n' ? WString(u"\r\n") : WString(1, unit);
+        std::string expected(2 * withCrLf.size() + 1, '\0');
+        expected.resize(static_cast<std::size_t>(Platform::WideToMultiByte(
+            1252, withCrLf.c_str(), static_cast<int>(withCrLf.size()), &expected[0],
+            static_cast<int>(expected.size()), nullptr, nullptr)));
+
+        ScratchFolder folder;
+        TextFile file;
+        file.SetCodePage(1252);
+        ASSERT_EQ(file.Open(folder.WidePath("mix.txt"), TextFileMode::Write, 1), 0);
+        file.WriteString(nullptr, text);
+        file.Close();
+        ASSERT_EQ(ReadBytes(folder.Path("mix.txt")), expected) << "round " << round;
     }
 }
 
