@@ -1,6 +1,7 @@
 #include "refhost/app/ValueText.h"
 
 #include "refhost/Utf8.h"
+#include "refhost/gis/RealText.h"
 
 #include <charconv>
 #include <cmath>
@@ -10,60 +11,16 @@ namespace {
 
 using VeltoGis::Data::CDataBox;
 
-// Survey values mostly carry a few decimals. For such a value the shortest text is the
-// fixed form of the smallest number of decimals that reads back to it, found here without
-// the general algorithm (which costs about ten times as much). The range limits keep the
-// search exact: below 1e15 after scaling, the product is off by far less than a half, so a
-// decimal that exists is found; from 0.001 up, the fixed form is never longer than the
-// scientific one. Everything else, and larger integers, take the general way.
-bool AppendFewDecimals(std::string& out, double value)
-{
-    const double magnitude = std::fabs(value);
-    if (magnitude == std::floor(magnitude) && magnitude < 1e5 && (value != 0 || !std::signbit(value))) {
-        // Up to five digits the plain integer is shorter than any scientific form.
-        char digits[8];
-        const auto end = std::to_chars(digits, digits + sizeof digits, static_cast<int>(value)).ptr;
-        out.append(digits, end);
-        return true;
-    }
-    if (!(magnitude >= 0.001 && magnitude < 1e9) || magnitude == std::floor(magnitude))
-        return false;
-    double scale = 1;
-    for (int decimals = 1; decimals <= 6; ++decimals) {
-        scale *= 10;
-        const double scaled = std::nearbyint(magnitude * scale);
-        if (scaled / scale != magnitude)
-            continue;
-        auto units = static_cast<unsigned long long>(scaled);
-        char digits[32];
-        char* end = digits + sizeof digits;
-        char* at = end;
-        for (int i = 0; i < decimals; ++i, units /= 10)
-            *--at = static_cast<char>('0' + units % 10);
-        *--at = '.';
-        do {
-            *--at = static_cast<char>('0' + units % 10);
-            units /= 10;
-        } while (units != 0);
-        if (value < 0)
-            *--at = '-';
-        out.append(at, end);
-        return true;
-    }
-    return false;
-}
-
+// The host's own text of a real, so that a file written here shows the same number as the
+// host does. JSON has no form for NaN, and "nan" reads more plainly than "-nan" in a string.
 void AppendShortest(std::string& out, double value)
 {
-    if (AppendFewDecimals(out, value))
-        return;
     if (std::isnan(value)) {
         out += "nan";
         return;
     }
-    char digits[32];
-    const auto result = std::to_chars(digits, digits + sizeof digits, value);
-    out.append(digits, result.ptr);
+    char text[refhost::kRealTextCapacity];
+    out.append(text, refhost::AppendRealText(value, text));
 }
 
 void AppendInteger(std::string& out, int value)

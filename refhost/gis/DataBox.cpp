@@ -1,5 +1,7 @@
 #include "host/GisData.h"
 
+#include "refhost/gis/RealText.h"
+
 #include <charconv>
 #include <cstring>
 
@@ -114,22 +116,21 @@ void CDataBox::SetNull()
 
 CDataBox::operator WString() const
 {
-    // Wide enough for the shortest round-trip form of any double and for any int.
-    char digits[32];
-    std::to_chars_result result{digits, std::errc()};
+    char digits[refhost::kRealTextCapacity];
+    char* end = digits;
     switch (kind_) {
     case Kind::Null:
         return WString();
     case Kind::Text:
         return WString(TextData(), length_);
     case Kind::Integer:
-        result = std::to_chars(digits, digits + sizeof digits, storage_.integer);
+        end = std::to_chars(digits, digits + sizeof digits, storage_.integer).ptr;
         break;
     case Kind::Real:
-        result = std::to_chars(digits, digits + sizeof digits, storage_.real);
+        end = refhost::AppendRealText(storage_.real, digits);
         break;
     }
-    return WString(digits, result.ptr);
+    return WString(digits, end);
 }
 
 bool CDataBox::operator==(const CDataBox& other) const

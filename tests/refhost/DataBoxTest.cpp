@@ -50,8 +50,11 @@ TEST(DataBox, TextFormByKind)
         {Integer(-42), "-42"},
         {Integer(INT_MIN), "-2147483648"},
         {Real(456789.123), "456789.123"},
+        {Real(5000000.0), "5000000"},  // plain, as a surveyor reads it back
+        {Real(3e9), "3000000000"},
         {Real(0.1), "0.1"},
         {Real(-2.5), "-2.5"},
+        {Real(1e-8), "1e-08"},
         {Real(1e21), "1e+21"},
         {Real(100.0), "100"},
         {Real(-0.0), "-0"},

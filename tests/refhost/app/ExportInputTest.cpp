@@ -47,7 +47,7 @@ TEST(ExportInput, JsonLinesValuesAreNamedByPosition)
     EXPECT_EQ(U8(*input.records[0].name), "P1");
     EXPECT_EQ(input.records[0].position->y, 2.5);
     EXPECT_EQ(Describe(input.records[0]),
-              (std::vector<std::string>{"int 1", "real 2.5", "text a", "null", "text true", "real 3e+09"}));
+              (std::vector<std::string>{"int 1", "real 2.5", "text a", "null", "text true", "real 3000000000"}));
     EXPECT_FALSE(input.records[1].name);
     EXPECT_EQ(U8(*input.records[1].start), "S");
     EXPECT_EQ(U8(*input.records[1].end), "");
