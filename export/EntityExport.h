@@ -25,6 +25,9 @@ public:
     // the next call.
     virtual VeltoGis::Data::CDataBox* ValueOf(std::size_t entity, std::size_t column,
                                               const VeltoGis::ImportExport::CDataBind* bind) = 0;
+    // Called before the values of entity are asked for, in entity order: a source whose
+    // entities are scattered over memory may start fetching the ones that follow.
+    virtual void ComingUp(std::size_t entity);
 };
 
 // The entities of the framework's list, each carrying its values in bind order.
@@ -32,6 +35,10 @@ class ImpexEntityValues : public ExportValueSource {
 public:
     explicit ImpexEntityValues(VeltoGis::ImportExport::ImpexEntityList& entities) : entities_(entities) {}
     std::size_t EntityCount() const override { return entities_.size(); }
+    // Each entity is a chain of objects (the entity, its value list, its values) that the
+    // host made one by one: the next entities' links are fetched a few steps apart, so that
+    // the walk does not wait for memory at every link.
+    void ComingUp(std::size_t entity) override;
 
 protected:
     // The entity's values; null for a missing entity.
