@@ -4,6 +4,25 @@
 
 #include <cstdint>
 
+// Under the address sanitizer every piece is poisoned until it is taken and again once it is
+// given back, so that a use after release is caught in the block as on the heap.
+#if defined(__SANITIZE_ADDRESS__)
+#define TESSEL_ARENA_POISONS 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define TESSEL_ARENA_POISONS 1
+#endif
+#endif
+
+#ifdef TESSEL_ARENA_POISONS
+#include <sanitizer/asan_interface.h>
+#define TESSEL_POISON(address, size) ASAN_POISON_MEMORY_REGION(address, size)
+#define TESSEL_UNPOISON(address, size) ASAN_UNPOISON_MEMORY_REGION(address, size)
+#else
+#define TESSEL_POISON(address, size) ((void)(address), (void)(size))
+#define TESSEL_UNPOISON(address, size) ((void)(address), (void)(size))
+#endif
+
 namespace {
 
 // The first block of a run has ordinary pages, so that a small import takes only what it
@@ -26,7 +45,9 @@ ArenaBlock* ArenaBlock::Create(bool largePages)
     if (!memory)
         return nullptr;
     blocksInUse.fetch_add(1, std::memory_order_relaxed);
-    return new (memory) ArenaBlock();
+    auto* block = new (memory) ArenaBlock();
+    TESSEL_POISON(static_cast<unsigned char*>(memory) + block->used_, Platform::kMemoryBlockSize - block->used_);
+    return block;
 }
 
 std::size_t ArenaBlock::BlocksInUse() { return blocksInUse.load(std::memory_order_relaxed); }
@@ -46,7 +67,15 @@ void* ArenaBlock::Take(std::size_t bytes, std::size_t alignment)
         return nullptr;
     used_ = start + bytes;
     ++handedOut_;
-    return reinterpret_cast<unsigned char*>(this) + start;
+    unsigned char* piece = reinterpret_cast<unsigned char*>(this) + start;
+    TESSEL_UNPOISON(piece, bytes);
+    return piece;
+}
+
+void ArenaBlock::GiveBack(void* piece, std::size_t bytes)
+{
+    TESSEL_POISON(piece, bytes);
+    Of(piece)->Release();
 }
 
 void ArenaBlock::Release()
@@ -65,6 +94,8 @@ void ArenaBlock::Retire()
 void ArenaBlock::Free()
 {
     this->~ArenaBlock();
+    // The addresses may later be mapped again for something else.
+    TESSEL_UNPOISON(this, Platform::kMemoryBlockSize);
     Platform::FreeBlock(this);
     blocksInUse.fetch_sub(1, std::memory_order_relaxed);
 }

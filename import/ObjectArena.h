@@ -27,13 +27,15 @@ public:
     bool HasRoom(std::size_t bytes) const;
     // Room for bytes at the given alignment, or null when the block is too full.
     void* Take(std::size_t bytes, std::size_t alignment);
-    // One piece taken from the block is given back; the last one of a retired block frees it.
-    void Release();
+    // A piece of bytes taken from some block is given back; the last one of a retired block
+    // frees the block.
+    static void GiveBack(void* piece, std::size_t bytes);
     // Nothing more is taken from the block; frees it when all its pieces are back.
     void Retire();
 
 private:
     ArenaBlock();
+    void Release();
     void Free();
 
     // While the block is current it counts down from kHeld with every release, so that no
@@ -51,7 +53,7 @@ struct ArenaDeleter {
     void operator()(T* object) const
     {
         object->~T();
-        ArenaBlock::Of(object)->Release();
+        ArenaBlock::GiveBack(object, sizeof(T));
     }
 };
 
@@ -69,7 +71,7 @@ public:
     }
 
     T* allocate(std::size_t count);
-    void deallocate(T* memory, std::size_t) { ArenaBlock::Of(memory)->Release(); }
+    void deallocate(T* memory, std::size_t count) { ArenaBlock::GiveBack(memory, count * sizeof(T)); }
 
     template <class U>
     bool operator==(const ArenaControlAllocator<U>&) const { return true; }
@@ -84,17 +86,11 @@ public:
     ObjectArena(const ObjectArena&) = delete;
     ObjectArena& operator=(const ObjectArena&) = delete;
 
-    // False when objects are made on the heap, one allocation each (see Make).
-    static constexpr bool UsesBlocks() { return kUseBlocks; }
-
-    // A new value-initialised T. Falls back to the heap when the system gives no block, and
-    // under the address sanitizer, so that it keeps watching over every object's lifetime.
+    // A new value-initialised T. Falls back to the heap when the system gives no block.
     template <class T>
     boost::shared_ptr<T> Make()
     {
         static_assert(alignof(T) <= alignof(std::max_align_t), "arena objects need no extended alignment");
-        if (!kUseBlocks)
-            return boost::make_shared<T>();
         ArenaBlock* block = BlockWithRoom(sizeof(T) + kControlBlockBytes);
         if (!block)
             return boost::make_shared<T>();
@@ -103,7 +99,7 @@ public:
         try {
             object = new (memory) T();
         } catch (...) {
-            block->Release();
+            ArenaBlock::GiveBack(memory, sizeof(T));
             throw;
         }
         controlBlockHome = block;
@@ -114,17 +110,6 @@ public:
     static thread_local ArenaBlock* controlBlockHome;
 
 private:
-#if defined(__SANITIZE_ADDRESS__)
-    static constexpr bool kUseBlocks = false;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-    static constexpr bool kUseBlocks = false;
-#else
-    static constexpr bool kUseBlocks = true;
-#endif
-#else
-    static constexpr bool kUseBlocks = true;
-#endif
     // Room kept for a control block beside its object and the padding of both: boost's with
     // a stateless deleter and allocator takes 32 bytes on 64-bit systems.
     static constexpr std::size_t kControlBlockBytes = 64;
