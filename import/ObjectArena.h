@@ -86,7 +86,8 @@ public:
     ObjectArena(const ObjectArena&) = delete;
     ObjectArena& operator=(const ObjectArena&) = delete;
 
-    // A new value-initialised T. Falls back to the heap when the system gives no block.
+    // A new value-initialised T. Falls back to the heap when the system gives no block (or
+    // for an object too large for one).
     template <class T>
     boost::shared_ptr<T> Make()
     {
@@ -95,6 +96,8 @@ public:
         if (!block)
             return boost::make_shared<T>();
         void* memory = block->Take(sizeof(T), alignof(T));
+        if (!memory)
+            return boost::make_shared<T>();
         T* object = nullptr;
         try {
             object = new (memory) T();
