@@ -86,12 +86,12 @@ public:
     ObjectArena(const ObjectArena&) = delete;
     ObjectArena& operator=(const ObjectArena&) = delete;
 
-    // A new value-initialised T. Falls back to the heap when the system gives no block (or
-    // for an object too large for one).
+    // A new value-initialised T. Falls back to the heap when the system gives no block.
     template <class T>
     boost::shared_ptr<T> Make()
     {
         static_assert(alignof(T) <= alignof(std::max_align_t), "arena objects need no extended alignment");
+        static_assert(sizeof(T) <= 4096, "arena objects are small beside a block");
         ArenaBlock* block = BlockWithRoom(sizeof(T) + kControlBlockBytes);
         if (!block)
             return boost::make_shared<T>();
