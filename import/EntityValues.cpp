@@ -29,8 +29,8 @@ void AddBindValue(ObjectArena& arena, VeltoGis::ImportExport::CImpexEntity& enti
         entity.AddData(MakeFieldValue(arena, field, bind.column->GetType()));
 }
 
-void AddCoordinateValue(ObjectArena& arena, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind, const WString& field,
-                        double coordinate)
+void AddCoordinateValue(ObjectArena& arena, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind,
+                        const WString& field, double coordinate)
 {
     if (bind.column->GetType() != kColumnReal || field.empty())
         return AddBindValue(arena, entity, bind, &field);

@@ -44,5 +44,5 @@ void AddBindValue(ObjectArena& arena, VeltoGis::ImportExport::CImpexEntity& enti
                   const WString* field);
 // The same for a field that the builder has already read as a coordinate with
 // CUtility::AtoF: a real column takes that number instead of converting the text again.
-void AddCoordinateValue(ObjectArena& arena, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind, const WString& field,
-                        double coordinate);
+void AddCoordinateValue(ObjectArena& arena, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind,
+                        const WString& field, double coordinate);

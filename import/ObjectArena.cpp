@@ -1,27 +1,12 @@
 #include "import/ObjectArena.h"
 
+#include "textfile/AddressSanitizer.h"
 #include "textfile/Platform.h"
 
 #include <cstdint>
 
 // Under the address sanitizer every piece is poisoned until it is taken and again once it is
 // given back, so that a use after release is caught in the block as on the heap.
-#if defined(__SANITIZE_ADDRESS__)
-#define TESSEL_ARENA_POISONS 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define TESSEL_ARENA_POISONS 1
-#endif
-#endif
-
-#ifdef TESSEL_ARENA_POISONS
-#include <sanitizer/asan_interface.h>
-#define TESSEL_POISON(address, size) ASAN_POISON_MEMORY_REGION(address, size)
-#define TESSEL_UNPOISON(address, size) ASAN_UNPOISON_MEMORY_REGION(address, size)
-#else
-#define TESSEL_POISON(address, size) ((void)(address), (void)(size))
-#define TESSEL_UNPOISON(address, size) ((void)(address), (void)(size))
-#endif
 
 namespace {
 
@@ -52,9 +37,9 @@ ArenaBlock* ArenaBlock::Create(bool largePages)
 
 std::size_t ArenaBlock::BlocksInUse() { return blocksInUse.load(std::memory_order_relaxed); }
 
-ArenaBlock* ArenaBlock::Of(const void* object)
+ArenaBlock* ArenaBlock::Of(const void* piece)
 {
-    const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(object);
+    const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(piece);
     return reinterpret_cast<ArenaBlock*>(address - address % Platform::kMemoryBlockSize);
 }
 

@@ -19,7 +19,6 @@ class ArenaBlock {
 public:
     // Null when the system has no memory left.
     static ArenaBlock* Create(bool largePages);
-    static ArenaBlock* Of(const void* object);
     // Blocks of the process not yet given back to the system.
     static std::size_t BlocksInUse();
 
@@ -35,6 +34,7 @@ public:
 
 private:
     ArenaBlock();
+    static ArenaBlock* Of(const void* piece);
     void Release();
     void Free();
 
@@ -95,9 +95,8 @@ public:
         ArenaBlock* block = BlockWithRoom(sizeof(T) + kControlBlockBytes);
         if (!block)
             return boost::make_shared<T>();
+        // BlockWithRoom has made sure that the object and its control block fit.
         void* memory = block->Take(sizeof(T), alignof(T));
-        if (!memory)
-            return boost::make_shared<T>();
         T* object = nullptr;
         try {
             object = new (memory) T();

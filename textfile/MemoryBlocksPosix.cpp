@@ -4,6 +4,7 @@
 // Under the address sanitizer the blocks come from its heap instead: its leak checker then
 // sees the heap memory that objects in a block refer to, and the blocks that nobody frees.
 
+#include "textfile/AddressSanitizer.h"
 #include "textfile/Platform.h"
 
 #include <cstdint>
@@ -12,17 +13,9 @@
 
 #include <sys/mman.h>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define TESSEL_BLOCKS_ON_HEAP 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define TESSEL_BLOCKS_ON_HEAP 1
-#endif
-#endif
-
 namespace Platform {
 
-#ifdef TESSEL_BLOCKS_ON_HEAP
+#ifdef TESSEL_ADDRESS_SANITIZER
 
 void* AllocateBlock(bool)
 {

@@ -4,6 +4,7 @@
 // own loops do the work.
 
 #include "host/Text.h"
+#include "textfile/AddressSanitizer.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -95,14 +96,6 @@ inline std::size_t NarrowAsciiBlocks(const WChar* text, std::size_t count, unsig
 #endif
     return i;
 }
-
-// Aligned block reads may look at a few bytes past the end of a text: they never leave its
-// page, but the address sanitizer would take them for overflows.
-#if defined(__GNUC__) || defined(__clang__)
-#define TESSEL_READS_PAST_END __attribute__((no_sanitize_address))
-#else
-#define TESSEL_READS_PAST_END
-#endif
 
 // The index of the first line feed or U+0000 of a NUL-terminated text. Reads in aligned
 // blocks, which never cross into a page that the text does not reach.

@@ -3,6 +3,7 @@
 // (or control block) is gone, in whatever order and on whatever thread that happens.
 
 #include "import/ObjectArena.h"
+#include "textfile/AddressSanitizer.h"
 
 #include "host/GisData.h"
 #include "host/ImpexData.h"
@@ -146,7 +147,7 @@ TEST_F(ObjectArenaTest, AFailedConstructionGivesItsRoomBack)
     EXPECT_EQ(BlocksHeld(), 0u);
 }
 
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef TESSEL_ADDRESS_SANITIZER
 // The sanitizer watches arena objects as it watches heap objects.
 TEST_F(ObjectArenaTest, ReadingAReleasedValueIsCaughtByTheSanitizer)
 {
