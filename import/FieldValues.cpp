@@ -1,7 +1,7 @@
 #include "import/FieldValues.h"
 
 #include "host/GisUtility.h"
-#include "textfile/WideText.h"
+#include "host/WideText.h"
 
 #include <boost/make_shared.hpp>
 #include <stdexcept>

@@ -4,7 +4,7 @@
 #include "import/ImportBuilders.h"
 #include "import/ImportTargets.h"
 #include "import/ImportTxtConfiguration.h"
-#include "textfile/WideText.h"
+#include "host/WideText.h"
 #include "ui/DialogFactory.h"
 #include "ui/ModalDialogScope.h"
 

@@ -3,7 +3,7 @@
 #include "host/CadPlatform.h"
 #include "host/GisUtility.h"
 #include "textfile/TextFile.h"
-#include "textfile/WideText.h"
+#include "host/WideText.h"
 
 #include <algorithm>
 #include <climits>

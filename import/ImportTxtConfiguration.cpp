@@ -1,6 +1,6 @@
 #include "import/ImportTxtConfiguration.h"
 
-#include "textfile/WideText.h"
+#include "host/WideText.h"
 #include "xml/ConfigValueCodec.h"
 #include "xml/XmlDocument.h"
 

@@ -1,7 +1,7 @@
 #include "import/ObjectArena.h"
 
-#include "textfile/AddressSanitizer.h"
-#include "textfile/Platform.h"
+#include "platform/AddressSanitizer.h"
+#include "platform/Platform.h"
 
 #include <cstdint>
 

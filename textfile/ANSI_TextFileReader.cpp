@@ -1,6 +1,6 @@
 #include "textfile/ANSI_TextFileReader.h"
 
-#include "textfile/StringLength.h"
+#include "host/StringLength.h"
 #include "textfile/TextFile.h"
 #include "textfile/TextFileTypes.h"
 

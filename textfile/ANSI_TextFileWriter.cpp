@@ -1,8 +1,8 @@
 #include "textfile/ANSI_TextFileWriter.h"
 
-#include "textfile/CodePage.h"
+#include "platform/CodePage.h"
 #include "textfile/TextFileTypes.h"
-#include "textfile/WideText.h"
+#include "host/WideText.h"
 
 #include <climits>
 

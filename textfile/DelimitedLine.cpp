@@ -8,8 +8,8 @@
 
 #include "textfile/FieldList.h"
 #include "textfile/FieldSplit.h"
-#include "textfile/Sse2.h"
-#include "textfile/StringLength.h"
+#include "platform/Sse2.h"
+#include "host/StringLength.h"
 
 #include <algorithm>
 #include <array>
@@ -48,72 +48,6 @@ void MarkSeparators(const WChar* text, std::size_t from, std::size_t length, IsD
     marks.count = count;
 }
 
-#ifdef TESSEL_HAS_SSE2
-// For each pattern of eight lanes, the indexes of the set lanes, first to last.
-struct LaneList {
-    std::uint8_t lane[8];
-    std::uint8_t count;
-};
-
-constexpr std::array<LaneList, 256> MakeLaneLists()
-{
-    std::array<LaneList, 256> lists{};
-    for (unsigned mask = 0; mask < 256; ++mask)
-        for (std::uint8_t lane = 0; lane < 8; ++lane)
-            if (mask & (1u << lane))
-                lists[mask].lane[lists[mask].count++] = lane;
-    return lists;
-}
-
-constexpr std::array<LaneList, 256> kLaneLists = MakeLaneLists();
-
-// Eight characters at a time: the lanes equal to a delimiter or the separator become a mask,
-// whose lane list is widened and stored whole; only its count advances the marks. The last
-// block overlaps the one before and skips the lanes already marked. Lines shorter than a
-// block are left to the caller (the return value tells where to go on).
-std::size_t MarkBlocks(const WChar* text, std::size_t length, const WChar* delimiters, std::size_t delimiterCount,
-                       SeparatorMarks& marks)
-{
-    if (length < 8)
-        return 0;
-    const __m128i separator = _mm_set1_epi16(static_cast<short>(kFieldSeparator));
-    const __m128i first = _mm_set1_epi16(static_cast<short>(delimiterCount > 0 ? delimiters[0] : kFieldSeparator));
-    const __m128i zero = _mm_setzero_si128();
-    const auto hitsAt = [&](std::size_t start) {
-        const __m128i chars = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + start));
-        __m128i hits = _mm_or_si128(_mm_cmpeq_epi16(chars, separator), _mm_cmpeq_epi16(chars, first));
-        for (std::size_t d = 1; d < delimiterCount; ++d)
-            hits = _mm_or_si128(hits, _mm_cmpeq_epi16(chars, _mm_set1_epi16(static_cast<short>(delimiters[d]))));
-        return hits;
-    };
-    std::uint32_t* out = marks.at + marks.count;
-    const auto store = [&](unsigned mask, std::size_t start) {
-        const LaneList& list = kLaneLists[mask];
-        const __m128i lanes = _mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(list.lane)), zero);
-        const __m128i base = _mm_set1_epi32(static_cast<int>(start));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_add_epi32(_mm_unpacklo_epi16(lanes, zero), base));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 4), _mm_add_epi32(_mm_unpackhi_epi16(lanes, zero), base));
-        out += list.count;
-    };
-    std::size_t i = 0;
-    for (; i + 16 <= length; i += 16) {
-        const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(hitsAt(i), hitsAt(i + 8))));
-        store(mask & 0xFF, i);
-        store(mask >> 8, i + 8);
-    }
-    if (i + 8 <= length) {
-        store(static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(hitsAt(i), zero))), i);
-        i += 8;
-    }
-    if (i < length) {
-        const std::size_t start = length - 8;
-        const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(hitsAt(start), zero)));
-        store(mask & ~((1u << (i - start)) - 1), start);
-    }
-    marks.count = static_cast<std::size_t>(out - marks.at);
-    return length;
-}
-#endif
 
 // Marks the delimiters (each of one character) and separators of text[0, length).
 void MarkAll(const WChar* text, std::size_t length, const DelimiterList& delimiters, SeparatorMarks& marks)
@@ -124,10 +58,13 @@ void MarkAll(const WChar* text, std::size_t length, const DelimiterList& delimit
     for (std::size_t d = 0; d < count; ++d)
         characters[d] = delimiters[d][0];
     std::size_t done = 0;
-#ifdef TESSEL_HAS_SSE2
-    if (delimiters.size() <= kMaxBlockDelimiters)
-        done = MarkBlocks(text, length, characters, count, marks);
-#endif
+    if (delimiters.size() <= kMaxBlockDelimiters) {
+        const std::size_t listed = ListMatchingUnits(text, length, kFieldSeparator, characters, count, marks.at + marks.count);
+        if (listed != kNotListed) {
+            marks.count += listed;
+            done = length;
+        }
+    }
     if (delimiters.size() == 1) {
         const WChar delimiter = characters[0];
         MarkSeparators(text, done, length, [delimiter](WChar c) { return c == delimiter; }, marks);

@@ -3,7 +3,7 @@
 // their capacity is reused from line to line.
 
 #include "textfile/FieldSplit.h"
-#include "textfile/StringLength.h"
+#include "host/StringLength.h"
 
 #include <cstring>
 

@@ -2,7 +2,7 @@
 
 #include "textfile/ANSI_TextFileReader.h"
 #include "textfile/ANSI_TextFileWriter.h"
-#include "textfile/Sse2.h"
+#include "platform/Sse2.h"
 #include "textfile/UTF16BE_TextFileReader.h"
 #include "textfile/UTF16BE_TextFileWriter.h"
 #include "textfile/UTF16LE_TextFileReader.h"

@@ -15,11 +15,11 @@
 //     file.Close();
 
 #include "host/Text.h"
-#include "textfile/Platform.h"
+#include "platform/Platform.h"
 #include "textfile/TextFileReader.h"
 #include "textfile/TextFileTypes.h"
 #include "textfile/TextFileWriter.h"
-#include "textfile/WideText.h"
+#include "host/WideText.h"
 
 #include <cstdint>
 #include <initializer_list>

@@ -12,7 +12,7 @@
 // - A delivered line never contains U+0000: its text ends at the first NUL.
 
 #include "host/Text.h"
-#include "textfile/Platform.h"
+#include "platform/Platform.h"
 #include "textfile/TextFileTypes.h"
 
 #include <cstdint>

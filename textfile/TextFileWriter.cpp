@@ -1,7 +1,7 @@
 #include "textfile/TextFileWriter.h"
 
 #include "textfile/TextFileTypes.h"
-#include "textfile/WideText.h"
+#include "host/WideText.h"
 
 #include <algorithm>
 #include <cstring>

@@ -4,7 +4,7 @@
 // writes nothing: its character and run operations fail with -2.
 
 #include "host/Text.h"
-#include "textfile/Platform.h"
+#include "platform/Platform.h"
 
 #include <cstddef>
 #include <cstdint>

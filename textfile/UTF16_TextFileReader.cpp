@@ -1,7 +1,7 @@
 #include "textfile/UTF16_TextFileReader.h"
 
-#include "textfile/Sse2.h"
-#include "textfile/StringLength.h"
+#include "platform/Sse2.h"
+#include "host/StringLength.h"
 #include "textfile/TextFileTypes.h"
 
 #include <cstring>

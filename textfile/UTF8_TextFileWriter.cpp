@@ -1,7 +1,7 @@
 #include "textfile/UTF8_TextFileWriter.h"
 
 #include "textfile/TextFileTypes.h"
-#include "textfile/WideText.h"
+#include "host/WideText.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include "host/CadPlatform.h"
 #include "host/GisUtility.h"
-#include "textfile/WideText.h"
+#include "host/WideText.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "xml/ConfigValueCodec.h"
 
-#include "textfile/Platform.h"
+#include "platform/Platform.h"
 #include "xml/XmlEscape.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 #include "xml/ElementParser.h"
 
-#include "textfile/WideText.h"
+#include "host/WideText.h"
 
 ElementParser::ElementParser(const WChar* text, int length, ElementTable& table, WString& error)
     : text_(text), table_(table), error_(error), tokenizer_(text, length),

@@ -1,6 +1,6 @@
 #include "xml/XmlDocument.h"
 
-#include "textfile/WideText.h"
+#include "host/WideText.h"
 #include "xml/ElementParser.h"
 #include "xml/XmlAttributes.h"
 #include "xml/XmlEscape.h"

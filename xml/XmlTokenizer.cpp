@@ -1,6 +1,6 @@
 #include "xml/XmlTokenizer.h"
 
-#include "textfile/WideText.h"
+#include "host/WideText.h"
 #include "xml/XmlNames.h"
 
 namespace {

@@ -4,7 +4,7 @@
 //   bench-xml [repetitions scale, default 1]
 
 #include "import/ImportTxtConfiguration.h"
-#include "textfile/WideText.h"
+#include "host/WideText.h"
 #include "xml/XmlDocument.h"
 
 #include <algorithm>

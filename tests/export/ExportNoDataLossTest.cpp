@@ -4,7 +4,7 @@
 #include "ExportTestSupport.h"
 
 #include "host/GisUtility.h"
-#include "textfile/Platform.h"
+#include "platform/Platform.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "host/GisUtility.h"
 #include "refhost/CadShimRecording.h"
-#include "textfile/Platform.h"
+#include "platform/Platform.h"
 
 #include <boost/make_shared.hpp>
 

@@ -3,7 +3,7 @@
 #include "host/GisUtility.h"
 #include "import/ImportTxtConfiguration.h"
 #include "refhost/CadShimRecording.h"
-#include "textfile/Platform.h"
+#include "platform/Platform.h"
 
 #include <boost/make_shared.hpp>
 #include <sstream>

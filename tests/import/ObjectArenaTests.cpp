@@ -3,7 +3,7 @@
 // (or control block) is gone, in whatever order and on whatever thread that happens.
 
 #include "import/ObjectArena.h"
-#include "textfile/AddressSanitizer.h"
+#include "platform/AddressSanitizer.h"
 
 #include "host/GisData.h"
 #include "host/ImpexData.h"

@@ -3,7 +3,7 @@
 
 #include "TextFileTesting.h"
 
-#include "textfile/Platform.h"
+#include "platform/Platform.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "xml/ConfigValueCodec.h"
 
 #include "tests/xml/Windows1252Test.h"
-#include "textfile/Platform.h"
+#include "platform/Platform.h"
 #include "xml/XmlDocument.h"
 
 #include <gtest/gtest.h>

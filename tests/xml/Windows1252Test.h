@@ -2,7 +2,7 @@
 // Tests whose expected "=XX" byte forms are those of one ANSI code page run with that code
 // page set, and restore the machine's own afterwards.
 
-#include "textfile/Platform.h"
+#include "platform/Platform.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 // conformance suite. Every document must parse into a consistent element table; the
 // standalone valid documents of the W3C suite must parse without a message.
 
-#include "textfile/Platform.h"
+#include "platform/Platform.h"
 #include "xml/ElementParser.h"
 #include "xml/XmlDocument.h"
 

@@ -4,8 +4,8 @@
 // Under the address sanitizer the blocks come from its heap instead: its leak checker then
 // sees the heap memory that objects in a block refer to, and the blocks that nobody frees.
 
-#include "textfile/AddressSanitizer.h"
-#include "textfile/Platform.h"
+#include "platform/AddressSanitizer.h"
+#include "platform/Platform.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,5 +1,5 @@
-#include "textfile/Platform.h"
-#include "textfile/PlatformFaults.h"
+#include "platform/Platform.h"
+#include "platform/PlatformFaults.h"
 
 #include <algorithm>
 

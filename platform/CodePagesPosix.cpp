@@ -4,8 +4,8 @@
 // as Windows converts them. Multi-byte code pages go through iconv on every call, with
 // U+FFFD for malformed input.
 
-#include "textfile/Platform.h"
-#include "textfile/WideText.h"
+#include "platform/Platform.h"
+#include "host/WideText.h"
 
 #include <cerrno>
 #include <cstdint>

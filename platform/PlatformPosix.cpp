@@ -1,8 +1,8 @@
 // Files on POSIX systems. Paths arrive as UTF-16 and are handed to the system as UTF-8.
 // POSIX has no mandatory share modes, so "nobody else may write" is not enforced here.
 
-#include "textfile/Platform.h"
-#include "textfile/PlatformFaults.h"
+#include "platform/Platform.h"
+#include "platform/PlatformFaults.h"
 
 #include <cerrno>
 #include <string>

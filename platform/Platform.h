@@ -8,7 +8,7 @@
 // Nothing here throws or prints; failures are reported through the results.
 
 #include "host/Text.h"
-#include "textfile/CodePage.h"
+#include "platform/CodePage.h"
 
 #include <cstddef>
 #include <cstdint>

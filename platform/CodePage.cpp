@@ -1,7 +1,7 @@
-#include "textfile/CodePage.h"
+#include "platform/CodePage.h"
 
-#include "textfile/Sse2.h"
-#include "textfile/WideText.h"
+#include "platform/Sse2.h"
+#include "host/WideText.h"
 
 #include <algorithm>
 

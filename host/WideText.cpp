@@ -1,4 +1,4 @@
-#include "textfile/WideText.h"
+#include "host/WideText.h"
 
 #include <climits>
 

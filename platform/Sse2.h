@@ -1,11 +1,12 @@
 #pragma once
-// Block helpers for the hot loops of this folder. SSE2 is part of every x86-64 processor and
-// is used there; elsewhere the helpers do nothing (or the plain thing) and the callers'
-// own loops do the work.
+// The module's SIMD kernels, the one place that uses intrinsics. SSE2 is part of every
+// x86-64 processor and is used there; elsewhere the helpers do nothing (or the plain thing)
+// and the callers' own loops do the work.
 
 #include "host/Text.h"
-#include "textfile/AddressSanitizer.h"
+#include "platform/AddressSanitizer.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -120,4 +121,87 @@ TESSEL_READS_PAST_END inline std::size_t FindLineFeedOrNul(const WChar* text)
     while (*at != u'\n' && *at != 0)
         ++at;
     return static_cast<std::size_t>(at - text);
+}
+
+// The positions of the units of text[0, length) equal to `always` or to one of
+// targets[0, targetCount), in order, written to out (which has room for length + 8
+// entries: a block of eight is stored whole before it is counted); returns how many.
+// Without SIMD, or for a text shorter than one block, returns kNotListed and writes
+// nothing: the caller's own loop does the work.
+constexpr std::size_t kNotListed = static_cast<std::size_t>(-1);
+
+#ifdef TESSEL_HAS_SSE2
+namespace sse2_detail {
+
+// For each pattern of eight lanes, the indexes of the set lanes, first to last.
+struct LaneList {
+    std::uint8_t lane[8];
+    std::uint8_t count;
+};
+
+constexpr std::array<LaneList, 256> MakeLaneLists()
+{
+    std::array<LaneList, 256> lists{};
+    for (unsigned mask = 0; mask < 256; ++mask)
+        for (std::uint8_t lane = 0; lane < 8; ++lane)
+            if (mask & (1u << lane))
+                lists[mask].lane[lists[mask].count++] = lane;
+    return lists;
+}
+
+inline constexpr std::array<LaneList, 256> kLaneLists = MakeLaneLists();
+
+} // namespace sse2_detail
+#endif
+
+// Eight units at a time: the matching lanes become a mask, whose lane list is widened and
+// stored whole; only its count advances the output. The last block overlaps the one before
+// and skips the lanes already listed.
+inline std::size_t ListMatchingUnits(const WChar* text, std::size_t length, WChar always, const WChar* targets,
+                                     std::size_t targetCount, std::uint32_t* out)
+{
+#ifdef TESSEL_HAS_SSE2
+    using sse2_detail::kLaneLists;
+    using sse2_detail::LaneList;
+    if (length < 8)
+        return kNotListed;
+    const __m128i alwaysUnit = _mm_set1_epi16(static_cast<short>(always));
+    const __m128i first = _mm_set1_epi16(static_cast<short>(targetCount > 0 ? targets[0] : always));
+    const __m128i zero = _mm_setzero_si128();
+    const auto hitsAt = [&](std::size_t start) {
+        const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + start));
+        __m128i hits = _mm_or_si128(_mm_cmpeq_epi16(units, alwaysUnit), _mm_cmpeq_epi16(units, first));
+        for (std::size_t t = 1; t < targetCount; ++t)
+            hits = _mm_or_si128(hits, _mm_cmpeq_epi16(units, _mm_set1_epi16(static_cast<short>(targets[t]))));
+        return hits;
+    };
+    std::uint32_t* const begin = out;
+    const auto store = [&](unsigned mask, std::size_t start) {
+        const LaneList& list = kLaneLists[mask];
+        const __m128i lanes = _mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(list.lane)), zero);
+        const __m128i base = _mm_set1_epi32(static_cast<int>(start));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_add_epi32(_mm_unpacklo_epi16(lanes, zero), base));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 4), _mm_add_epi32(_mm_unpackhi_epi16(lanes, zero), base));
+        out += list.count;
+    };
+    std::size_t i = 0;
+    for (; i + 16 <= length; i += 16) {
+        const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(hitsAt(i), hitsAt(i + 8))));
+        store(mask & 0xFF, i);
+        store(mask >> 8, i + 8);
+    }
+    if (i + 8 <= length) {
+        store(static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(hitsAt(i), zero))), i);
+        i += 8;
+    }
+    if (i < length) {
+        const std::size_t start = length - 8;
+        const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(hitsAt(start), zero)));
+        store(mask & ~((1u << (i - start)) - 1), start);
+    }
+    return static_cast<std::size_t>(out - begin);
+#else
+    (void)text, (void)length, (void)always, (void)targets, (void)targetCount, (void)out;
+    return kNotListed;
+#endif
 }
