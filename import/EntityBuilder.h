@@ -20,7 +20,7 @@ public:
     // A null bind collection reads the file and hands nothing over.
     EntityBuilder(const boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection>& binds, ImportRun& run,
                   VeltoGis::ImportExport::ImpexEntityList& entities, ResolvedBinds::RoleOfTarget roleOf)
-        : bindCollection_(binds), binds_(binds.get(), run.Columns(), roleOf), entities_(entities)
+        : bindCollection_(binds), binds_(binds.get(), run.Columns(), roleOf), entities_(entities), values_(run.Values())
     {
         run.ReadColumnsUpTo(binds_.HighestColumnNo());
     }
@@ -35,14 +35,14 @@ public:
     {
         if (!bindCollection_)
             return;
-        auto entity = MakeEntity<Entity>(arena_, binds_);
+        auto entity = values_.NewEntity<Entity>(binds_.ValueCount());
         for (const ResolvedBind& bind : binds_) {
             const WString* field = bind.Field(fields);
             if (field && bind.role == NameRole)
                 nameRule_.Apply(*entity, *bind.bind, *field);
             else if (field && bind.role >= FirstOwnRole && TakeField(*entity, bind, *field))
                 continue;
-            AddBindValue(arena_, *entity, bind, field);
+            AddBindValue(values_, *entity, bind, field);
         }
         if (Finish(*entity))
             entities_.push_back(std::move(entity));
@@ -51,8 +51,7 @@ public:
 protected:
     ~EntityBuilder() = default;
 
-    // Where the run's entities and values are made.
-    ObjectArena& Arena() { return arena_; }
+    ValueFactory& Values() { return values_; }
 
     // A bind with one of the builder's own roles whose field is on this line. Returns true
     // when it has appended the bind's value itself.
@@ -65,5 +64,5 @@ private:
     ResolvedBinds binds_;
     VeltoGis::ImportExport::ImpexEntityList& entities_;
     EntityNameRule nameRule_;
-    ObjectArena arena_;
+    ValueFactory& values_;
 };

@@ -22,19 +22,17 @@ void EntityNameRule::Apply(VeltoGis::ImportExport::CImpexEntity& entity, VeltoGi
         entity.SetName(name.c_str());
 }
 
-void AddBindValue(ObjectArena& arena, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind,
+void AddBindValue(ValueFactory& values, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind,
                   const WString* field)
 {
     if (bind.column)
-        entity.AddData(MakeFieldValue(arena, field, bind.column->GetType()));
+        entity.AddData(values.FieldValue(field, bind.column->GetType()));
 }
 
-void AddCoordinateValue(ObjectArena& arena, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind,
+void AddCoordinateValue(ValueFactory& values, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind,
                         const WString& field, double coordinate)
 {
     if (bind.column->GetType() != kColumnReal || field.empty())
-        return AddBindValue(arena, entity, bind, &field);
-    auto value = arena.Make<CDataBox>();
-    value->SetValue(coordinate);
-    entity.AddData(std::move(value));
+        return AddBindValue(values, entity, bind, &field);
+    entity.AddData(values.RealValue(coordinate));
 }

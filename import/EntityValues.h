@@ -2,10 +2,9 @@
 // What every entity builder does with a bind: the name rule and the attribute value.
 
 #include "host/ImpexData.h"
-#include "import/ObjectArena.h"
 #include "import/ResolvedBinds.h"
+#include "import/ValueFactory.h"
 
-#include <boost/make_shared.hpp>
 
 // The name rule: the field text goes through the bind's import transform, a transform that
 // yields null keeps the raw text, and an empty name is not set at all. Keeps its two
@@ -20,15 +19,6 @@ private:
     VeltoGis::Data::CDataBox raw_;
 };
 
-// A new entity with room for the values that the binds give it on every line.
-template <class Entity>
-boost::shared_ptr<Entity> MakeEntity(ObjectArena& arena, const ResolvedBinds& binds)
-{
-    auto entity = arena.Make<Entity>();
-    entity->GetData()->reserve(binds.ValueCount());
-    return entity;
-}
-
 // Makes room in the caller's list for one entity per line, so that it does not regrow
 // (and copy itself) again and again over a large file.
 inline void ReserveForLines(VeltoGis::ImportExport::ImpexEntityList& entities, std::uint64_t lineCount)
@@ -40,9 +30,9 @@ inline void ReserveForLines(VeltoGis::ImportExport::ImpexEntityList& entities, s
 // Appends the attribute value of a bind whose field on this line is field (null: missing):
 // nothing when its source names no column, a null value when the field is missing or
 // empty, otherwise the field converted by the column's type.
-void AddBindValue(ObjectArena& arena, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind,
+void AddBindValue(ValueFactory& values, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind,
                   const WString* field);
 // The same for a field that the builder has already read as a coordinate with
 // CUtility::AtoF: a real column takes that number instead of converting the text again.
-void AddCoordinateValue(ObjectArena& arena, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind,
+void AddCoordinateValue(ValueFactory& values, VeltoGis::ImportExport::CImpexEntity& entity, const ResolvedBind& bind,
                         const WString& field, double coordinate);

@@ -38,11 +38,3 @@ void SetValueByType(CDataBox& value, const WString& text, int type)
         break;
     }
 }
-
-boost::shared_ptr<CDataBox> MakeFieldValue(ObjectArena& arena, const WString* field, int type)
-{
-    auto value = arena.Make<CDataBox>();
-    if (field && !field->empty())
-        SetValueByType(*value, *field, type);
-    return value;
-}

@@ -5,7 +5,6 @@
 #include "host/Text.h"
 #include "import/ColumnData.h"
 #include "import/ImportRun.h"
-#include "import/ObjectArena.h"
 
 #include <boost/shared_ptr.hpp>
 
@@ -31,6 +30,3 @@ inline const WString* ColumnField(const LineFields& fields, const CColumnData* c
 // converted like any other: 0.0, "", 0.
 void SetValueByType(VeltoGis::Data::CDataBox& value, const WString& text, int type);
 
-// A new value, made in the run's arena, for a field of the given type: null when the field
-// is missing (null) or empty, otherwise the converted text.
-boost::shared_ptr<VeltoGis::Data::CDataBox> MakeFieldValue(ObjectArena& arena, const WString* field, int type);

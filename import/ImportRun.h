@@ -5,6 +5,7 @@
 
 #include "host/Text.h"
 #include "import/ImportTxtConfiguration.h"
+#include "import/ValueFactory.h"
 #include "textfile/FieldSplit.h"
 
 #include <cstddef>
@@ -59,10 +60,14 @@ public:
     // Exceptions from the sink leave the run after the file is closed and the bar hidden.
     int Run(ImportLineSink& sink, ImportProgressText progressText, int maxLines = 0);
 
+    // Where the run's entities, rows and values are made; they outlive the run.
+    ValueFactory& Values() { return values_; }
+
 private:
     void SplitLine(WString& line);
 
     ImportTxtConfiguration configuration_;
     std::size_t fieldsRead_ = SIZE_MAX;
     LineFields fields_;
+    ValueFactory values_;
 };

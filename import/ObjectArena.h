@@ -108,10 +108,14 @@ public:
         return boost::shared_ptr<T>(object, ArenaDeleter(), ArenaControlAllocator<T>());
     }
 
-    // The block for the control block being made on this thread.
+private:
+    template <class T>
+    friend class ArenaControlAllocator;
+
+    // Hands Make's chosen block to the control-block allocator, which boost constructs
+    // without state: the block for the control block being made on this thread.
     static thread_local ArenaBlock* controlBlockHome;
 
-private:
     // Room kept for a control block beside its object and the padding of both: boost's with
     // a stateless deleter and allocator takes 32 bytes on 64-bit systems.
     static constexpr std::size_t kControlBlockBytes = 64;

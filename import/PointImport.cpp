@@ -36,7 +36,7 @@ private:
         const double coordinate = CUtility::AtoF(field.c_str());
         (bind.role == SetsX ? x_ : y_) = coordinate;
         (bind.role == SetsX ? xSet_ : ySet_) = true;
-        AddCoordinateValue(Arena(), point, bind, field, coordinate);
+        AddCoordinateValue(Values(), point, bind, field, coordinate);
         return true;
     }
 

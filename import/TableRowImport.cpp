@@ -50,17 +50,15 @@ protected:
 private:
     void AddRow(const LineFields& fields)
     {
-        auto row = arena_.Make<CDBRow>();
-        row->Data().reserve(run_.Columns().size());
+        auto row = run_.Values().NewRow(run_.Columns().size());
         for (const auto& column : run_.Columns()) {
             const WString* field = ColumnField(fields, column.get());
-            row->Data().push_back(MakeFieldValue(arena_, field, column ? column->GetType() : 0));
+            row->Data().push_back(run_.Values().FieldValue(field, column ? column->GetType() : 0));
         }
         table_.AddDBRow(std::move(row));
     }
 
     CDBTable& table_;
-    ObjectArena arena_;
 };
 
 class AllRows final : public TableRowBuilder {

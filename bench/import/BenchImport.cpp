@@ -10,7 +10,8 @@
 #include "host/ImpexEngines.h"
 #include "import/ImportEngine_Txt.h"
 #include "import/ImportTxtConfiguration.h"
-#include "import/ObjectArena.h"
+#include "import/ColumnData.h"
+#include "import/ValueFactory.h"
 
 #include <boost/make_shared.hpp>
 
@@ -195,24 +196,18 @@ unsigned long long CountLineFeeds(const std::string& path)
 Figure HostObjects(unsigned long long count, ImpexEntityList& points)
 {
     const double start = ProcessCpuSeconds(), wallStart = WallSeconds();
-    ObjectArena arena;
+    ValueFactory values;
     points.reserve(count);
+    const WString code = WTEXT("WALL");
+    WString name = WTEXT("P1234567");
     for (unsigned long long i = 0; i < count; ++i) {
-        auto point = arena.Make<CImpexPoint>();
-        point->GetData()->reserve(5);
-        const WChar name[] = {'P', WChar('1' + i % 9), '2', '3', '4', '5', '6', '7', 0};
-        point->SetName(name);
-        auto nameValue = arena.Make<VeltoGis::Data::CDataBox>();
-        nameValue->SetValue(name);
-        point->AddData(std::move(nameValue));
-        for (double real : {600822.465, 5823673.743, 890.590}) {
-            auto value = arena.Make<VeltoGis::Data::CDataBox>();
-            value->SetValue(real);
-            point->AddData(std::move(value));
-        }
-        auto code = arena.Make<VeltoGis::Data::CDataBox>();
-        code->SetValue(WTEXT("WALL"));
-        point->AddData(std::move(code));
+        auto point = values.NewEntity<CImpexPoint>(5);
+        name[1] = WChar('1' + i % 9);
+        point->SetName(name.c_str());
+        point->AddData(values.FieldValue(&name, kColumnText));
+        for (double real : {600822.465, 5823673.743, 890.590})
+            point->AddData(values.RealValue(real));
+        point->AddData(values.FieldValue(&code, kColumnText));
         point->SetPosition(AcGePoint3d(600822.465, 5823673.743, 0.0));
         points.push_back(std::move(point));
     }
