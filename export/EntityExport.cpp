@@ -3,16 +3,13 @@
 #include "export/CXMLTextFileExportConfiguration.h"
 #include "export/DelimitedLineWriter.h"
 #include "host/GisUtility.h"
+#include "platform/Sse2.h"
 #include "textfile/TextFile.h"
 #include "ui/DialogFactory.h"
 #include "ui/ModalDialogScope.h"
 
 #include <algorithm>
 #include <climits>
-
-#if defined(_MSC_VER)
-#include <xmmintrin.h>
-#endif
 
 using VeltoGis::CModuleConfiguration;
 using VeltoGis::enmEntityType;
@@ -24,18 +21,6 @@ using VeltoGis::Utility::CUtility;
 namespace {
 
 constexpr unsigned kProgressCaption = 4048;
-
-// Asks the processor to start loading the cache line at address; never faults.
-inline void PrefetchForReading(const void* address)
-{
-#if defined(__GNUC__) || defined(__clang__)
-    __builtin_prefetch(address);
-#elif defined(_M_X64) || defined(_M_IX86)
-    _mm_prefetch(static_cast<const char*>(address), _MM_HINT_T0);
-#else
-    (void)address;
-#endif
-}
 
 // What the definition says for one writer: the main configuration and binds when the job's
 // entity type is the writer's own, the node ones otherwise.
@@ -96,9 +81,7 @@ private:
 
 ExportValueSource::~ExportValueSource() = default;
 
-void ExportValueSource::ComingUp(std::size_t) {}
-
-void ImpexEntityValues::ComingUp(std::size_t entity)
+void ImpexEntityValues::FetchAhead(std::size_t entity) const
 {
     // Steps ahead per link: far enough for a fetch from memory to arrive, near enough that
     // what was fetched is still in the cache.
@@ -107,12 +90,12 @@ void ImpexEntityValues::ComingUp(std::size_t entity)
     if (entity + kEntityAhead < count)
         PrefetchForReading(entities_[entity + kEntityAhead].get());
     if (entity + kListAhead < count) {
-        if (VeltoGis::ImportExport::DataValueList* values = ValuesOf(entity + kListAhead))
-            PrefetchForReading(values->data());
+        if (auto* item = entities_[entity + kListAhead].get())
+            PrefetchForReading(item->GetData()->data());
     }
     if (entity + kValuesAhead < count) {
-        if (VeltoGis::ImportExport::DataValueList* values = ValuesOf(entity + kValuesAhead)) {
-            for (const auto& value : *values)
+        if (auto* item = entities_[entity + kValuesAhead].get()) {
+            for (const auto& value : *item->GetData())
                 PrefetchForReading(value.get());
         }
     }
@@ -155,7 +138,6 @@ int RunEntityExport(CExportDefinition* definition, enmEntityType mainEntityType,
         writer.WriteHeader(job.configuration.GetComment(), job.binds);
     for (std::size_t entity = 0; entity < entityCount; ++entity) {
         progress.At(entity);
-        source.ComingUp(entity);
         writer.WriteEntity(source, entity, job.binds);
     }
     // Its result is not looked at: what the disk did not take is lost either way.

@@ -23,11 +23,9 @@ public:
     // The value of the entity's column, or null when there is none. bind may be null (an
     // empty bind). The writer transforms the value for export in place; it stays valid until
     // the next call.
+    // Entities are asked for in order, each once, its columns one after the other.
     virtual VeltoGis::Data::CDataBox* ValueOf(std::size_t entity, std::size_t column,
                                               const VeltoGis::ImportExport::CDataBind* bind) = 0;
-    // Called before the values of entity are asked for, in entity order: a source whose
-    // entities are scattered over memory may start fetching the ones that follow.
-    virtual void ComingUp(std::size_t entity);
 };
 
 // The entities of the framework's list, each carrying its values in bind order.
@@ -35,21 +33,28 @@ class ImpexEntityValues : public ExportValueSource {
 public:
     explicit ImpexEntityValues(VeltoGis::ImportExport::ImpexEntityList& entities) : entities_(entities) {}
     std::size_t EntityCount() const override { return entities_.size(); }
-    // Each entity is a chain of objects (the entity, its value list, its values) that the
-    // host made one by one: the next entities' links are fetched a few steps apart, so that
-    // the walk does not wait for memory at every link.
-    void ComingUp(std::size_t entity) override;
 
 protected:
-    // The entity's values; null for a missing entity.
-    VeltoGis::ImportExport::DataValueList* ValuesOf(std::size_t entity) const
+    // The entity's values; null for a missing entity. The first call for an entity starts
+    // fetching the ones that follow.
+    VeltoGis::ImportExport::DataValueList* ValuesOf(std::size_t entity)
     {
+        if (entity != fetchedFor_) {
+            FetchAhead(entity);
+            fetchedFor_ = entity;
+        }
         VeltoGis::ImportExport::CImpexEntity* item = entities_[entity].get();
         return item ? item->GetData() : nullptr;
     }
 
 private:
+    // Each entity is a chain of objects (the entity, its value list, its values) that the
+    // host made one by one: the next entities' links are fetched a few steps apart, so that
+    // the walk does not wait for memory at every link.
+    void FetchAhead(std::size_t entity) const;
+
     VeltoGis::ImportExport::ImpexEntityList& entities_;
+    std::size_t fetchedFor_ = static_cast<std::size_t>(-1);
 };
 
 // True when every bind is there and names its source field.

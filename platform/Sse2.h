@@ -205,3 +205,15 @@ inline std::size_t ListMatchingUnits(const WChar* text, std::size_t length, WCha
     return kNotListed;
 #endif
 }
+
+// Asks the processor to start loading the cache line at address; never faults.
+inline void PrefetchForReading(const void* address)
+{
+#if defined(__GNUC__) || defined(__clang__)
+    __builtin_prefetch(address);
+#elif defined(TESSEL_HAS_SSE2)
+    _mm_prefetch(static_cast<const char*>(address), _MM_HINT_T0);
+#else
+    (void)address;
+#endif
+}

@@ -177,7 +177,6 @@ double HostFloor(ImpexEntityList& entities)
     std::size_t units = 0;
     const double start = WallSeconds();
     for (std::size_t entity = 0; entity < source.EntityCount(); ++entity) {
-        source.ComingUp(entity);
         for (std::size_t column = 0; column < 5; ++column) {
             CDataBox* value = source.ValueOf(entity, column, nullptr);
             if (value->IsNotNull())
