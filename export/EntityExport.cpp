@@ -3,6 +3,7 @@
 #include "export/CXMLTextFileExportConfiguration.h"
 #include "export/DelimitedLineWriter.h"
 #include "host/GisUtility.h"
+#include "host/Messages.h"
 #include "platform/Sse2.h"
 #include "textfile/TextFile.h"
 #include "ui/DialogFactory.h"
@@ -11,7 +12,6 @@
 #include <algorithm>
 #include <climits>
 
-using VeltoGis::CModuleConfiguration;
 using VeltoGis::enmEntityType;
 using VeltoGis::ImportExport::CDataBindCollection;
 using VeltoGis::ImportExport::CExportDefinition;
@@ -19,8 +19,6 @@ using VeltoGis::Utility::CCoreProgressBar;
 using VeltoGis::Utility::CUtility;
 
 namespace {
-
-constexpr unsigned kProgressCaption = 4048;
 
 // What the definition says for one writer: the main configuration and binds when the job's
 // entity type is the writer's own, the node ones otherwise.
@@ -58,11 +56,12 @@ public:
     explicit ExportProgress(std::size_t entityCount) : bar_(*CCoreProgressBar::Instance())
     {
         bar_.SaveState();
-        const WString caption = CModuleConfiguration::Instance()->GetMsg(kProgressCaption);
+        const WString caption = LoadMessage(MessageId::ExportProgress);
         bar_.Show(caption.c_str(), 0, ClampToInt(entityCount));
     }
     ~ExportProgress()
     {
+        // RestoreState before Hide, the order the host expects of an export (an import's is the reverse).
         bar_.RestoreState();
         bar_.Hide();
     }

@@ -1,21 +1,16 @@
 #include "export/ExportEngine_Txt.h"
 
 #include "export/CXMLTextFileExportConfiguration.h"
-#include "host/GisUtility.h"
+#include "host/Messages.h"
 #include "ui/DialogFactory.h"
 #include "ui/ModalDialogScope.h"
 
-using VeltoGis::CModuleConfiguration;
 using VeltoGis::ImportExport::CExportDefinition;
 
 namespace {
 
-constexpr unsigned kEngineText = 7866;
-constexpr unsigned kFileLabel = 4563;
-constexpr unsigned kDelimiterLabel = 3207;
 constexpr unsigned kEngineMask = 0x1111;
 
-WString Message(unsigned id) { return CModuleConfiguration::Instance()->GetMsg(id); }
 
 CXMLTextFileExportConfiguration ReadConfiguration(const WString& text)
 {
@@ -39,7 +34,7 @@ WString NodeConfiguration(const CExportDefinition& definition) { return definiti
 
 // The host shows the same text as the engine's name and as its description.
 CExportEngine_Txt::CExportEngine_Txt()
-    : IExportEngine(WTEXT("EXPORT_TXT"), Message(kEngineText).c_str(), Message(kEngineText).c_str(), kEngineMask, 0,
+    : IExportEngine(WTEXT("EXPORT_TXT"), LoadMessage(MessageId::ExportEngineText).c_str(), LoadMessage(MessageId::ExportEngineText).c_str(), kEngineMask, 0,
                     0, WTEXT(""))
 {
 }
@@ -72,7 +67,7 @@ void CExportEngine_Txt::GetDescription(WString& description, CExportDefinition* 
     }
     const CXMLTextFileExportConfiguration configuration =
         ReadConfiguration(secondary ? NodeConfiguration(*definition) : MainConfiguration(*definition));
-    description = DescribeExportConfiguration(configuration, Message(kFileLabel), Message(kDelimiterLabel));
+    description = DescribeExportConfiguration(configuration, LoadMessage(MessageId::ExportFileLabel), LoadMessage(MessageId::ExportDelimiterLabel));
 }
 
 int CExportEngine_Txt::ExportCapability10() { return 0; }

@@ -69,5 +69,5 @@ int ImportBuilders::ImportCloud(CImportDefinition& definition, CCloud& cloud)
     ImportRun run(secondaryConfiguration ? definition.GetImporterConfigurationNode()
                                          : definition.GetImporterConfiguration());
     CloudBuilder builder(sectionNodes ? definition.GetDBCollectionNode() : definition.GetDBCollection(), run, cloud);
-    return run.Run(builder, ImportProgressText::Entities);
+    return run.Run(builder, MessageId::ImportProgress);
 }

@@ -1,6 +1,6 @@
 #include "import/ImportEngine_Txt.h"
 
-#include "host/GisUtility.h"
+#include "host/Messages.h"
 #include "import/ImportBuilders.h"
 #include "import/ImportTargets.h"
 #include "import/ImportTxtConfiguration.h"
@@ -11,19 +11,10 @@
 #include <boost/make_shared.hpp>
 
 using namespace VeltoGis::ImportExport;
-using VeltoGis::CModuleConfiguration;
 
 namespace {
 
-constexpr unsigned MsgEngineName = 7873;
-constexpr unsigned MsgEngineDescription = 7874;
-constexpr unsigned MsgDescriptionLabel = 250;
 constexpr unsigned EngineMask = 4915;
-
-WString Msg(unsigned id)
-{
-    return CModuleConfiguration::Instance()->GetMsg(id);
-}
 
 WString ChosenConfiguration(const CImportDefinition& definition, int secondary)
 {
@@ -99,7 +90,7 @@ void StoreFilePath(CImportDefinition& definition, int secondary, const WChar* pa
 } // namespace
 
 CImportEngine_Txt::CImportEngine_Txt()
-    : IImportEngine(WTEXT("IMPORT_TXT"), Msg(MsgEngineName).c_str(), Msg(MsgEngineDescription).c_str(), 0, EngineMask,
+    : IImportEngine(WTEXT("IMPORT_TXT"), LoadMessage(MessageId::ImportEngineName).c_str(), LoadMessage(MessageId::ImportEngineDescription).c_str(), 0, EngineMask,
                     0, WTEXT(""))
 {
 }
@@ -191,7 +182,7 @@ void CImportEngine_Txt::GetDescription(WString& description, CImportDefinition* 
         return;
     ImportTxtConfiguration configuration;
     if (configuration.Parse(ChosenConfiguration(*definition, secondary).c_str()))
-        description = FormatWide(WTEXT("%s:%s"), {Msg(MsgDescriptionLabel), configuration.GetTxtFile()});
+        description = FormatWide(WTEXT("%s:%s"), {LoadMessage(MessageId::ImportDescriptionLabel), configuration.GetTxtFile()});
 }
 
 int CImportEngine_Txt::ValidateDefinition(CImportDefinition* definition, WString& message)

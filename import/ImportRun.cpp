@@ -8,28 +8,21 @@
 #include <algorithm>
 #include <climits>
 
-using VeltoGis::CModuleConfiguration;
 using VeltoGis::Utility::CCoreProgressBar;
 
 namespace {
 
-constexpr unsigned MsgFileDoesNotOpen = 60043;
-
-WString Msg(unsigned id)
-{
-    return CModuleConfiguration::Instance()->GetMsg(id);
-}
-
 // Hides the bar and gives it back its earlier state on every way out of the run.
 class ProgressShown {
 public:
-    ProgressShown(ImportProgressText text, std::uint64_t lines) : bar_(*CCoreProgressBar::Instance())
+    ProgressShown(MessageId text, std::uint64_t lines) : bar_(*CCoreProgressBar::Instance())
     {
         const int upper = static_cast<int>(std::min<std::uint64_t>(lines, INT_MAX));
-        bar_.Show(Msg(static_cast<unsigned>(text)).c_str(), 0, upper);
+        bar_.Show(LoadMessage(text).c_str(), 0, upper);
     }
     ~ProgressShown()
     {
+        // Hide before RestoreState, the order the host expects of an import (an export's is the reverse).
         bar_.Hide();
         bar_.RestoreState();
     }
@@ -54,7 +47,7 @@ void ImportRun::ReadColumnsUpTo(int highestColumnNo)
     fieldsRead_ = highestColumnNo < 0 ? 0 : static_cast<std::size_t>(highestColumnNo) + 1;
 }
 
-int ImportRun::Run(ImportLineSink& sink, ImportProgressText progressText, int maxLines)
+int ImportRun::Run(ImportLineSink& sink, MessageId progressText, int maxLines)
 {
     const WString markers = CommentMarkersOf(configuration_.GetComments());
     const WString path = configuration_.GetTxtFile();
@@ -63,7 +56,7 @@ int ImportRun::Run(ImportLineSink& sink, ImportProgressText progressText, int ma
 
     TextFile file;
     if (file.Open(path, TextFileMode::Read, TextEncoding::Detect, 0) < 0) {
-        acedAlert(FormatWide(Msg(MsgFileDoesNotOpen), {path}).c_str());
+        acedAlert(FormatWide(LoadMessage(MessageId::FileDoesNotOpen), {path}).c_str());
         return 0;
     }
     std::uint64_t lineCount = 0;

@@ -3,6 +3,7 @@
 // file, drive the progress bar, skip comment lines, split each remaining line and hand its
 // fields to the builder. A builder supplies only what one line becomes.
 
+#include "host/Messages.h"
 #include "host/Text.h"
 #include "import/ImportTxtConfiguration.h"
 #include "import/ValueFactory.h"
@@ -38,8 +39,6 @@ protected:
     ~ImportLineSink() = default;
 };
 
-// The progress bar's text: entity builders and data-table builders show different messages.
-enum class ImportProgressText : unsigned { Entities = 7875, TableRows = 60043 };
 
 class ImportRun {
 public:
@@ -58,7 +57,7 @@ public:
     // or more stops after that many lines, comments included. Returns 0 when the path is
     // empty (silently) or the file does not open (after an alert naming it), else 1.
     // Exceptions from the sink leave the run after the file is closed and the bar hidden.
-    int Run(ImportLineSink& sink, ImportProgressText progressText, int maxLines = 0);
+    int Run(ImportLineSink& sink, MessageId progressText, int maxLines = 0);
 
     // Where the run's entities, rows and values are made; they outlive the run.
     ValueFactory& Values() { return values_; }

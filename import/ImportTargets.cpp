@@ -1,30 +1,25 @@
 #include "import/ImportTargets.h"
 
-#include "host/GisUtility.h"
+#include "host/Messages.h"
 
-using VeltoGis::CModuleConfiguration;
 using VeltoGis::ImportExport::CDataBindCollection;
 using VeltoGis::ImportExport::CImportDefinition;
 using VeltoGis::ImportExport::TargetIdList;
 
 namespace {
 
-constexpr unsigned MsgCoordinatesNotBound = 8481;
-constexpr unsigned MsgEntityNameNotBound = 8482;
-constexpr unsigned MsgNodeNamesNotBound = 9001;
-
 bool AreBound(CDataBindCollection* binds, const WChar* first, const WChar* second)
 {
     return IsTargetBound(binds, first) && IsTargetBound(binds, second);
 }
 
-int Fail(WString& message, unsigned messageId)
+int Fail(WString& message, MessageId messageId)
 {
-    message = CModuleConfiguration::Instance()->GetMsg(messageId);
+    message = LoadMessage(messageId);
     return 0;
 }
 
-int Require(bool bound, WString& message, unsigned messageId)
+int Require(bool bound, WString& message, MessageId messageId)
 {
     return bound ? 1 : Fail(message, messageId);
 }
@@ -74,30 +69,40 @@ int ValidateImportBinds(const CImportDefinition* definition, WString& message)
     switch (definition->GetEntityType()) {
     case VeltoGis::EntityTypePoint:
         if (dataOnly)
-            return Require(entityNameBound, message, MsgEntityNameNotBound);
+            return Require(entityNameBound, message, MessageId::EntityNameNotBound);
         return Require(AreBound(primary.get(), ImportTarget::NodeCoordinateX, ImportTarget::NodeCoordinateY), message,
-                       MsgCoordinatesNotBound);
+                       MessageId::CoordinatesNotBound);
     case VeltoGis::EntityTypeNodeXY:
         if (dataOnly)
-            return Require(entityNameBound, message, MsgEntityNameNotBound);
+            return Require(entityNameBound, message, MessageId::EntityNameNotBound);
         return Require(AreBound(primary.get(), ImportTarget::NodeX, ImportTarget::NodeY), message,
-                       MsgCoordinatesNotBound);
-    case VeltoGis::EntityTypeLine:
+                       MessageId::CoordinatesNotBound);
+    case VeltoGis::EntityTypeLine: {
+        const bool sectionNodes = definition->GetImportSectionNodes() != 0;
+        if (dataOnly && !Require(entityNameBound, message, MessageId::EntityNameNotBound))
+            return 0;
+        if (!sectionNodes)
+            return dataOnly ? 1
+                            : Require(AreBound(primary.get(), ImportTarget::NodeStart, ImportTarget::NodeEnd),
+                                      message, MessageId::NodeNamesNotBound);
+        // The section nodes come from the secondary file: a data-only job attaches them by
+        // name, any other job places them, so the secondary binds must say how.
+        const auto secondary = definition->GetDBCollectionNode();
         if (dataOnly)
-            return Require(entityNameBound, message, MsgEntityNameNotBound);
-        if (!definition->GetImportSectionNodes())
-            return Require(AreBound(primary.get(), ImportTarget::NodeStart, ImportTarget::NodeEnd), message,
-                           MsgNodeNamesNotBound);
-        // The section nodes come from the secondary file, so its binds must place them.
-        return Require(AreBound(definition->GetDBCollectionNode().get(), ImportTarget::NodeCoordinateX,
-                                ImportTarget::NodeCoordinateY),
-                       message, MsgCoordinatesNotBound);
+            return Require(IsTargetBound(secondary.get(), ImportTarget::EntityName), message,
+                           MessageId::EntityNameNotBound);
+        return Require(AreBound(secondary.get(), ImportTarget::NodeCoordinateX, ImportTarget::NodeCoordinateY),
+                       message, MessageId::CoordinatesNotBound);
+    }
     case VeltoGis::EntityTypePolygon:
         if (dataOnly)
-            return Require(entityNameBound, message, MsgEntityNameNotBound);
-        // Deliberately refused without a message; the host expects exactly this answer.
-        return 0;
+            return Require(entityNameBound, message, MessageId::EntityNameNotBound);
+        break;
     default:
-        return 0;
+        break;
     }
+    // Deliberately refused with an empty message: the host expects exactly this answer for
+    // polygon jobs that are not data-only and for every other entity type.
+    message.clear();
+    return 0;
 }

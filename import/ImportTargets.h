@@ -31,5 +31,5 @@ void AppendExcludedTargetIds(const VeltoGis::ImportExport::CImportDefinition* de
 // Checks the job's binds against its entity type. Returns 1 when the job may run; on the
 // first failure sets message to the host's text (8481 coordinates, 8482 entity name,
 // 9001 node names) and returns 0. Polygon jobs that are not data-only and jobs of any
-// other type return 0 with the message untouched.
+// other type return 0 with the message emptied.
 int ValidateImportBinds(const VeltoGis::ImportExport::CImportDefinition* definition, WString& message);

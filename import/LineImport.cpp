@@ -45,5 +45,5 @@ int ImportBuilders::ImportLines(CImportDefinition& definition, ImpexEntityList& 
 {
     ImportRun run(definition.GetImporterConfiguration());
     LineBuilder builder(definition.GetDBCollection(), run, entities);
-    return run.Run(builder, ImportProgressText::Entities);
+    return run.Run(builder, MessageId::ImportProgress);
 }

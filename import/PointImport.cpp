@@ -63,5 +63,5 @@ int ImportBuilders::ImportPoints(CImportDefinition& definition, ImpexEntityList&
     ImportRun run(secondary ? definition.GetImporterConfigurationNode() : definition.GetImporterConfiguration());
     PointBuilder builder(secondary ? definition.GetDBCollectionNode() : definition.GetDBCollection(), run, entities,
                          filter);
-    return run.Run(builder, ImportProgressText::Entities);
+    return run.Run(builder, MessageId::ImportProgress);
 }

@@ -34,5 +34,5 @@ int ImportBuilders::ImportPolygons(CImportDefinition& definition, ImpexEntityLis
     PolygonBuilder builder(definition.GetImportSectionNodes() ? definition.GetDBCollectionNode()
                                                               : definition.GetDBCollection(),
                            run, entities);
-    return run.Run(builder, ImportProgressText::Entities);
+    return run.Run(builder, MessageId::ImportProgress);
 }

@@ -126,19 +126,19 @@ int ImportBuilders::ImportTableRows(const WString& configuration, CDBTable& tabl
 {
     ImportRun run(configuration);
     AllRows builder(run, table);
-    return run.Run(builder, ImportProgressText::TableRows, maxLines);
+    return run.Run(builder, MessageId::TableRowProgress, maxLines);
 }
 
 int ImportBuilders::ImportLinkedTableRows(const WString& configuration, CDBTable& table, const KeySet& keys)
 {
     ImportRun run(configuration);
     RowsWithKeys builder(run, table, keys);
-    return run.Run(builder, ImportProgressText::TableRows);
+    return run.Run(builder, MessageId::TableRowProgress);
 }
 
 int ImportBuilders::UpdateLinkedTableRows(const WString& configuration, CDBTable& table, const CDataBox* keyValue)
 {
     ImportRun run(configuration);
     RowsWithEmptyKey builder(run, table, keyValue);
-    return run.Run(builder, ImportProgressText::TableRows);
+    return run.Run(builder, MessageId::TableRowProgress);
 }

@@ -1,7 +1,7 @@
 #include "ui/DialogFactory.h"
 
 #include "host/CadPlatform.h"
-#include "host/GisUtility.h"
+#include "host/Messages.h"
 #include "host/WideText.h"
 
 namespace {
@@ -22,7 +22,7 @@ public:
 int CommandLineDialogs::RunFileChoice(const WChar* path)
 {
     const WString question =
-        FormatWide(VeltoGis::CModuleConfiguration::Instance()->GetMsg(7876), {FormatArg(path)});
+        FormatWide(LoadMessage(MessageId::FileExistsQuestion), {FormatArg(path)});
     const WString prompt = question + WTEXT(" [Overwrite/Append/Cancel] <Cancel>: ");
     acedInitGet(0, WTEXT("Overwrite Append Cancel"));
     WChar answer[32] = {};

@@ -37,7 +37,7 @@ struct ValidationCase {
     unsigned primary;
     unsigned secondary;
     int result;
-    unsigned message; // 0: the message stays empty
+    unsigned message; // 0 on failure: the message is emptied; on success it is left alone
 };
 
 const ValidationCase kMatrix[] = {
@@ -59,6 +59,10 @@ const ValidationCase kMatrix[] = {
     {VeltoGis::EntityTypeLine, 0, 1, Nodes | CoordXY, ShortXY, 0, 8481},
     {VeltoGis::EntityTypeLine, 1, 0, Name, None, 1, 0},
     {VeltoGis::EntityTypeLine, 1, 1, None, Name, 0, 8482},
+    // data-only with section nodes: the secondary file must name its entities too
+    {VeltoGis::EntityTypeLine, 1, 1, Name, None, 0, 8482},
+    {VeltoGis::EntityTypeLine, 1, 1, Name, CoordXY, 0, 8482},
+    {VeltoGis::EntityTypeLine, 1, 1, Name, Name, 1, 0},
     // Polygons: only data-only jobs pass; others fail without a message
     {VeltoGis::EntityTypePolygon, 1, 0, Name, None, 1, 0},
     {VeltoGis::EntityTypePolygon, 1, 0, None, Name, 0, 8482},
@@ -82,9 +86,10 @@ TEST_F(ImportValidation, BindsAreCheckedAgainstEntityTypeAndJobOptions)
         job.SetDBCollectionNode(refhost::testing::MakeBinds(BindsOf(c.secondary)));
         job.SetImportDataOnly(c.dataOnly);
         job.SetImportSectionNodes(c.sectionNodes);
-        WString message;
+        const WString earlier = WTEXT("the caller's earlier text");
+        WString message = earlier;
         EXPECT_EQ(engine.ValidateDefinition(&job, message), c.result);
-        EXPECT_EQ(message, c.message ? Msg(c.message) : WString());
+        EXPECT_EQ(message, c.result == 1 ? earlier : c.message ? Msg(c.message) : WString());
     }
 }
 
