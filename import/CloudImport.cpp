@@ -12,14 +12,18 @@ namespace {
 
 enum CloudRole { Ignored = -1, SetsX, SetsY };
 
-// The point builder's coordinate targets, asymmetry included; every other bind is passed
-// over without even looking up its column.
+// The point builder's coordinate targets; every other bind is passed over without even
+// looking up its column.
 int CloudRoleOf(const WString& target)
 {
-    if (target == ImportTarget::NodeCoordinateX || target == ImportTarget::NodeX || target == ImportTarget::NodeEnd)
+    switch (PointAxisOf(target)) {
+    case PointAxis::X:
         return SetsX;
-    if (target == ImportTarget::NodeCoordinateY)
+    case PointAxis::Y:
         return SetsY;
+    case PointAxis::None:
+        break;
+    }
     return Ignored;
 }
 

@@ -37,19 +37,29 @@ private:
 
 } // namespace
 
-ImportRun::ImportRun(const WString& configurationXml)
+namespace {
+
+ImportTxtConfiguration Parsed(const WString& configurationXml)
 {
-    configuration_.Parse(configurationXml.c_str());
+    ImportTxtConfiguration configuration;
+    configuration.Parse(configurationXml.c_str());
+    return configuration;
+}
+
+} // namespace
+
+ImportRun::ImportRun(const WString& configurationXml)
+    : configuration_(Parsed(configurationXml)), splitter_(configuration_)
+{
 }
 
 void ImportRun::ReadColumnsUpTo(int highestColumnNo)
 {
-    fieldsRead_ = highestColumnNo < 0 ? 0 : static_cast<std::size_t>(highestColumnNo) + 1;
+    splitter_.ReadFieldsUpTo(highestColumnNo < 0 ? 0 : static_cast<std::size_t>(highestColumnNo) + 1);
 }
 
 int ImportRun::Run(ImportLineSink& sink, MessageId progressText, int maxLines)
 {
-    const WString markers = CommentMarkersOf(configuration_.GetComments());
     const WString path = configuration_.GetTxtFile();
     if (path.empty())
         return 0;
@@ -74,32 +84,11 @@ int ImportRun::Run(ImportLineSink& sink, MessageId progressText, int maxLines)
         progress.SetPosition(++position);
         if (file.ReadLine(nullptr, line) < 0)
             break;
-        if (IsCommentLine(line, markers))
+        if (splitter_.IsComment(line))
             continue;
-        SplitLine(line);
+        fields_.count_ = splitter_.Split(line, fields_.fields_);
         sink.ImportLine(fields_);
     }
     file.Close();
     return 1;
-}
-
-void ImportRun::SplitLine(WString& line)
-{
-    if (fieldsRead_ == 0) {
-        // The builder reads no field: nothing to cut.
-        fields_.count_ = 0;
-        return;
-    }
-    if (configuration_.GetMode() == 0) {
-        NormalizeDelimitedLine(line, configuration_.GetDelimiters(), fields_.fields_);
-        fields_.count_ = fields_.fields_.size();
-        return;
-    }
-    PositionList& positions = configuration_.GetPositions();
-    fields_.count_ = static_cast<std::size_t>(SplitAtPositions(line, positions, fields_.fields_, fieldsRead_));
-    // The list grows by one boundary per line on purpose, but boundaries behind the first
-    // fieldsRead_ never shape a field that is read: dropping them keeps every read field and
-    // every presence test as they were, and memory flat however long the file is.
-    if (positions.size() > fieldsRead_)
-        positions.resize(fieldsRead_);
 }

@@ -6,6 +6,7 @@
 #include "host/Messages.h"
 #include "host/Text.h"
 #include "import/ImportTxtConfiguration.h"
+#include "import/LineSplitter.h"
 #include "import/ValueFactory.h"
 #include "textfile/FieldSplit.h"
 
@@ -63,10 +64,8 @@ public:
     ValueFactory& Values() { return values_; }
 
 private:
-    void SplitLine(WString& line);
-
-    ImportTxtConfiguration configuration_;
-    std::size_t fieldsRead_ = SIZE_MAX;
+    const ImportTxtConfiguration configuration_;
+    LineSplitter splitter_;
     LineFields fields_;
     ValueFactory values_;
 };

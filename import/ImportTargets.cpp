@@ -26,6 +26,15 @@ int Require(bool bound, WString& message, MessageId messageId)
 
 } // namespace
 
+PointAxis PointAxisOf(const WString& targetId)
+{
+    if (targetId == ImportTarget::NodeCoordinateX || targetId == ImportTarget::NodeX || targetId == ImportTarget::NodeEnd)
+        return PointAxis::X;
+    if (targetId == ImportTarget::NodeCoordinateY)
+        return PointAxis::Y;
+    return PointAxis::None;
+}
+
 bool IsTargetBound(CDataBindCollection* binds, const WChar* targetId)
 {
     if (!binds)

@@ -16,6 +16,12 @@ inline const WChar* const NodeStart = WTEXT("NODE_S");
 inline const WChar* const NodeEnd = WTEXT("NODE_E");
 } // namespace ImportTarget
 
+// Which coordinate of a point a bind's target sets, for the point and point-cloud builders.
+// X answers to three targets and Y to one; the asymmetry is required ("NODE_Y" is only an
+// attribute of a point).
+enum class PointAxis { None, X, Y };
+PointAxis PointAxisOf(const WString& targetId);
+
 // True when the collection has a bind with that target and a non-empty source id.
 bool IsTargetBound(VeltoGis::ImportExport::CDataBindCollection* binds, const WChar* targetId);
 

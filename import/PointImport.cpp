@@ -11,14 +11,16 @@ namespace {
 
 enum PointRole { SetsX = FirstOwnRole, SetsY };
 
-// X answers to three targets and Y to one; the asymmetry is required ("NODE_Y" is only an
-// attribute here).
 int PointRoleOf(const WString& target)
 {
-    if (target == ImportTarget::NodeCoordinateX || target == ImportTarget::NodeX || target == ImportTarget::NodeEnd)
+    switch (PointAxisOf(target)) {
+    case PointAxis::X:
         return SetsX;
-    if (target == ImportTarget::NodeCoordinateY)
+    case PointAxis::Y:
         return SetsY;
+    case PointAxis::None:
+        break;
+    }
     return target == ImportTarget::EntityName ? NameRole : AttributeRole;
 }
 

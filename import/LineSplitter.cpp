@@ -1,0 +1,26 @@
+#include "import/LineSplitter.h"
+
+LineSplitter::LineSplitter(const ImportTxtConfiguration& configuration)
+    : delimiters_(configuration.GetDelimiters()),
+      markers_(CommentMarkersOf(configuration.GetComments())),
+      fixedWidth_(configuration.GetMode() != 0),
+      positions_(configuration.GetPositions())
+{
+}
+
+std::size_t LineSplitter::Split(WString& line, FieldList& fields)
+{
+    if (fieldsRead_ == 0)
+        return 0;
+    if (!fixedWidth_) {
+        NormalizeDelimitedLine(line, delimiters_, fields);
+        return fields.size();
+    }
+    const int count = SplitAtPositions(line, positions_, fields, fieldsRead_);
+    // The list grows by one boundary per line on purpose, but boundaries behind the first
+    // fieldsRead_ never shape a field that is read: dropping them keeps every read field and
+    // every presence test as they were, and memory flat however long the file is.
+    if (positions_.size() > fieldsRead_)
+        positions_.resize(fieldsRead_);
+    return static_cast<std::size_t>(count);
+}
