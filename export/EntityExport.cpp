@@ -2,6 +2,7 @@
 
 #include "export/CXMLTextFileExportConfiguration.h"
 #include "export/DelimitedLineWriter.h"
+#include "export/ExportSides.h"
 #include "host/GisUtility.h"
 #include "host/Messages.h"
 #include "platform/Sse2.h"
@@ -29,7 +30,7 @@ struct ExportJob {
 
 ExportJob ReadJob(const CExportDefinition& definition, enmEntityType mainEntityType)
 {
-    const bool main = definition.GetEntityType() == mainEntityType;
+    const bool main = ReadsMainSide(definition.GetEntityType(), mainEntityType);
     ExportJob job;
     job.configuration.FromXml(main ? definition.GetExporterConfiguration()
                                    : definition.GetExporterConfigurationNode());

@@ -2,6 +2,7 @@
 // source definition.
 
 #include "export/EntityExport.h"
+#include "export/ExportSides.h"
 #include "export/ExportEngine_Txt.h"
 #include "host/GisSystem.h"
 
@@ -48,5 +49,5 @@ int CExportEngine_Txt::ExportLines(CExportDefinition* definition, boost::shared_
     if (!definition)
         return 0;
     DrawingValues source(entities.get());
-    return RunEntityExport(definition, VeltoGis::EntityTypeLine, source);
+    return RunEntityExport(definition, kLineWriterType, source);
 }

@@ -1,6 +1,7 @@
 // The entity data writer: each entity carries its values in bind order.
 
 #include "export/EntityExport.h"
+#include "export/ExportSides.h"
 #include "export/ExportEngine_Txt.h"
 
 namespace {
@@ -24,5 +25,5 @@ public:
 int CExportEngine_Txt::ExportPoints(CExportDefinition* definition, ImpexEntityList& entities)
 {
     EntityValues source(entities);
-    return RunEntityExport(definition, VeltoGis::EntityTypePoint, source);
+    return RunEntityExport(definition, kPointWriterType, source);
 }

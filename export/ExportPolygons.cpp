@@ -2,6 +2,7 @@
 // bind must name its source.
 
 #include "export/EntityExport.h"
+#include "export/ExportSides.h"
 #include "export/ExportEngine_Txt.h"
 
 #include <stdexcept>
@@ -30,5 +31,5 @@ public:
 int CExportEngine_Txt::ExportPolygons(CExportDefinition* definition, ImpexEntityList& entities)
 {
     CheckedEntityValues source(entities);
-    return RunEntityExport(definition, VeltoGis::EntityTypePolygon, source);
+    return RunEntityExport(definition, kPolygonWriterType, source);
 }

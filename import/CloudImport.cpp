@@ -1,4 +1,5 @@
 #include "import/ImportBuilders.h"
+#include "import/ImportSides.h"
 #include "import/ImportRun.h"
 #include "import/ImportTargets.h"
 #include "import/ResolvedBinds.h"
@@ -64,14 +65,10 @@ private:
 
 } // namespace
 
-// The secondary configuration only for a line job reading section nodes; the secondary
-// binds whenever section nodes are read. Required as it stands.
 int ImportBuilders::ImportCloud(CImportDefinition& definition, CCloud& cloud)
 {
-    const bool sectionNodes = definition.GetImportSectionNodes() != 0;
-    const bool secondaryConfiguration = sectionNodes && definition.GetEntityType() == VeltoGis::EntityTypeLine;
-    ImportRun run(secondaryConfiguration ? definition.GetImporterConfigurationNode()
-                                         : definition.GetImporterConfiguration());
-    CloudBuilder builder(sectionNodes ? definition.GetDBCollectionNode() : definition.GetDBCollection(), run, cloud);
+    const ImportSides sides = CloudSides(definition);
+    ImportRun run(ConfigurationOf(definition, sides));
+    CloudBuilder builder(BindsOf(definition, sides), run, cloud);
     return run.Run(builder, MessageId::ImportProgress);
 }

@@ -14,6 +14,8 @@ inline const WChar* const NodeY = WTEXT("NODE_Y");
 // Names of a line's starting and ending node.
 inline const WChar* const NodeStart = WTEXT("NODE_S");
 inline const WChar* const NodeEnd = WTEXT("NODE_E");
+// Every reserved target id, in the order above.
+inline const WChar* const kAll[] = {EntityName, NodeCoordinateX, NodeCoordinateY, NodeX, NodeY, NodeStart, NodeEnd};
 } // namespace ImportTarget
 
 // Which coordinate of a point a bind's target sets, for the point and point-cloud builders.

@@ -1,5 +1,6 @@
 #include "import/EntityBuilder.h"
 #include "import/ImportBuilders.h"
+#include "import/ImportSides.h"
 #include "import/ImportTargets.h"
 
 using namespace VeltoGis::ImportExport;
@@ -43,7 +44,7 @@ private:
 
 int ImportBuilders::ImportLines(CImportDefinition& definition, ImpexEntityList& entities)
 {
-    ImportRun run(definition.GetImporterConfiguration());
-    LineBuilder builder(definition.GetDBCollection(), run, entities);
+    ImportRun run(ConfigurationOf(definition, PrimarySides()));
+    LineBuilder builder(BindsOf(definition, PrimarySides()), run, entities);
     return run.Run(builder, MessageId::ImportProgress);
 }

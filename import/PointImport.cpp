@@ -1,5 +1,6 @@
 #include "import/EntityBuilder.h"
 #include "import/ImportBuilders.h"
+#include "import/ImportSides.h"
 #include "import/ImportTargets.h"
 
 #include "host/GisUtility.h"
@@ -62,8 +63,8 @@ private:
 
 int ImportBuilders::ImportPoints(CImportDefinition& definition, ImpexEntityList& entities, int secondary, CLq* filter)
 {
-    ImportRun run(secondary ? definition.GetImporterConfigurationNode() : definition.GetImporterConfiguration());
-    PointBuilder builder(secondary ? definition.GetDBCollectionNode() : definition.GetDBCollection(), run, entities,
-                         filter);
+    const ImportSides sides = PointSides(secondary);
+    ImportRun run(ConfigurationOf(definition, sides));
+    PointBuilder builder(BindsOf(definition, sides), run, entities, filter);
     return run.Run(builder, MessageId::ImportProgress);
 }

@@ -1,5 +1,6 @@
 #include "import/EntityBuilder.h"
 #include "import/ImportBuilders.h"
+#include "import/ImportSides.h"
 #include "import/ImportTargets.h"
 
 using namespace VeltoGis::ImportExport;
@@ -26,13 +27,10 @@ private:
 
 } // namespace
 
-// Always the primary configuration; with section nodes on, its columns are matched against
-// the secondary binds. Required as it stands.
 int ImportBuilders::ImportPolygons(CImportDefinition& definition, ImpexEntityList& entities)
 {
-    ImportRun run(definition.GetImporterConfiguration());
-    PolygonBuilder builder(definition.GetImportSectionNodes() ? definition.GetDBCollectionNode()
-                                                              : definition.GetDBCollection(),
-                           run, entities);
+    const ImportSides sides = PolygonSides(definition);
+    ImportRun run(ConfigurationOf(definition, sides));
+    PolygonBuilder builder(BindsOf(definition, sides), run, entities);
     return run.Run(builder, MessageId::ImportProgress);
 }

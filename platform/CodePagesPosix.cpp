@@ -255,6 +255,15 @@ void SetAnsiCodePage(unsigned codePage)
     AnsiCodePageSetting() = codePage == 0 ? EnvironmentCodePage() : codePage;
 }
 
+bool IsConvertibleCodePage(unsigned codePage)
+{
+    if (codePage == 0 || codePage == kThreadAnsiCodePage)
+        return false;
+    auto& registry = CodePageRegistry::Instance();
+    std::lock_guard<std::mutex> lock(registry.Lock());
+    return registry.Entry(codePage).known;
+}
+
 const SingleByteCodePage* FindSingleByteCodePage(unsigned codePage)
 {
     const unsigned resolved = Resolve(codePage);

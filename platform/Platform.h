@@ -12,6 +12,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 namespace Platform {
 
@@ -67,6 +68,13 @@ int MultiByteToWide(unsigned codePage, const char* bytes, int byteCount, WChar* 
 // bytes written, 0 on failure. With outCapacity 0 the number of bytes needed is returned.
 int WideToMultiByte(unsigned codePage, const WChar* text, int count, char* out, int outCapacity,
                     const char* defaultChar, bool* usedDefault);
+
+// True when the system converts the Windows code page of that number both ways (0 and
+// the ANSI code page's aliases are not code page numbers: false).
+bool IsConvertibleCodePage(unsigned codePage);
+// Every Windows code page that the system converts, ascending. Host applications offer
+// these; a code page missing here can still be tried with IsConvertibleCodePage.
+std::vector<unsigned> ConvertibleCodePages();
 
 // The conversion table of a single-byte code page (0: the ANSI code page), built on first
 // use and kept for the life of the process, so that hot loops can convert table-driven

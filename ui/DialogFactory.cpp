@@ -21,19 +21,7 @@ public:
 
 int CommandLineDialogs::RunFileChoice(const WChar* path)
 {
-    const WString question =
-        FormatWide(LoadMessage(MessageId::FileExistsQuestion), {FormatArg(path)});
-    const WString prompt = question + WTEXT(" [Overwrite/Append/Cancel] <Cancel>: ");
-    acedInitGet(0, WTEXT("Overwrite Append Cancel"));
-    WChar answer[32] = {};
-    if (acedGetKword(prompt.c_str(), answer, 32) != RTNORM)
-        return FileChoiceCancel;
-    const WString keyword(answer);
-    if (keyword == WTEXT("Overwrite"))
-        return FileChoiceOverwrite;
-    if (keyword == WTEXT("Append"))
-        return FileChoiceAppend;
-    return FileChoiceCancel;
+    return AskFileChoiceOnCommandLine(path);
 }
 
 CommandLineDialogs commandLineDialogs;
@@ -42,6 +30,32 @@ DialogFactory* installed = &commandLineDialogs;
 } // namespace
 
 DialogFactory::~DialogFactory() = default;
+
+const WChar* FileChoiceKeyword(int choice)
+{
+    switch (choice) {
+    case FileChoiceOverwrite: return WTEXT("Overwrite");
+    case FileChoiceAppend: return WTEXT("Append");
+    default: return WTEXT("Cancel");
+    }
+}
+
+int AskFileChoiceOnCommandLine(const WChar* path)
+{
+    const WString question = FormatWide(LoadMessage(MessageId::FileExistsQuestion), {FormatArg(path)});
+    const WString keywords = WString(FileChoiceKeyword(FileChoiceOverwrite)) + WTEXT(" ") +
+                             FileChoiceKeyword(FileChoiceAppend) + WTEXT(" ") + FileChoiceKeyword(FileChoiceCancel);
+    const WString prompt = question + WTEXT(" [Overwrite/Append/Cancel] <Cancel>: ");
+    acedInitGet(0, keywords.c_str());
+    WChar answer[32] = {};
+    if (acedGetKword(prompt.c_str(), answer, 32) != RTNORM)
+        return FileChoiceCancel;
+    for (const int choice : {FileChoiceOverwrite, FileChoiceAppend}) {
+        if (WString(answer) == FileChoiceKeyword(choice))
+            return choice;
+    }
+    return FileChoiceCancel;
+}
 
 DialogFactory& Dialogs() { return *installed; }
 

@@ -26,6 +26,13 @@ public:
     virtual int RunFileChoice(const WChar* path) = 0;
 };
 
+// The file question on the CAD command line, the way the CAD application asks when its
+// dialogs are off: the message with the path, then the keywords; nothing entered is cancel.
+// Returns a FileChoice.
+int AskFileChoiceOnCommandLine(const WChar* path);
+// The command-line keyword of a FileChoice: "Overwrite", "Append" or "Cancel".
+const WChar* FileChoiceKeyword(int choice);
+
 // The installed factory (the command-line one until something is installed).
 DialogFactory& Dialogs();
 // Installs a factory (null: back to the command-line one); returns the previous one.

@@ -10,11 +10,12 @@
 
 namespace tessel {
 
-// The code page named by TESSEL_CODEPAGE ("1250", "cp1250", "windows-1250"), else 1252.
+// The code page named by TESSEL_CODEPAGE ("1250", "cp1250", "windows-1250"), else 1252:
+// the module's own platform layer decides, so both sides always agree.
 unsigned ModuleCodePage();
 
 // Makes codePage the module's ANSI code page. Must run before the module is loaded. Throws a
-// usage AppError when the system has no converter for it.
+// usage AppError, listing the code pages there are, when the system does not convert it.
 void SelectModuleCodePage(unsigned codePage);
 
 // The bytes of text in the code page. False when a character has no form there (the

@@ -4,6 +4,11 @@
 #include "refhost/app/AppError.h"
 #include "refhost/app/CodePageText.h"
 
+#include "export/CXMLTextFileExportConfiguration.h"
+#include "import/ImportTxtConfiguration.h"
+
+#include <boost/make_shared.hpp>
+
 #include <cerrno>
 #include <cstring>
 #include <fstream>
@@ -13,47 +18,18 @@
 namespace tessel {
 namespace {
 
-constexpr WChar kInternalSeparator = 0x00A4;  // "¤", between the fixed-width positions
 constexpr WChar kMultiplicationSign = 0x00D7; // "×", the configuration's stand-in for a double quote
 
 std::string Quoted(const std::string& text) { return "'" + text + "'"; }
 
-bool IsLiteralInDraft(unsigned char byte)
-{
-    if ((byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || (byte >= '0' && byte <= '9'))
-        return true;
-    return std::strchr(" #$%()*+,-./:;?@[]^_`{|}~!\\", byte) != nullptr && byte != '\0';
-}
-
-// The value in the byte form the configuration reader decodes: letters, digits and harmless
-// punctuation as they are, every other byte as "=XX", bytes of 0x80 and above in the
-// reader's three-group form of their 16-bit widening (0xFF00 + byte).
-std::string EncodeValue(const WString& value, unsigned codePage, const std::string& what)
+// Values that the code page cannot hold would be stored as its default character.
+void RequireCodePage(const WString& value, unsigned codePage, const std::string& option)
 {
     std::string bytes;
     if (!ToCodePageBytes(value, codePage, bytes))
-        throw UsageError(what + ": " + Quoted(refhost::ToUtf8(value)) + " cannot be written in code page " +
+        throw UsageError(option + ": " + Quoted(refhost::ToUtf8(value)) + " cannot be written in code page " +
                          std::to_string(codePage));
-    static const char hex[] = "0123456789ABCDEF";
-    std::string encoded;
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (IsLiteralInDraft(byte)) {
-            encoded.push_back(static_cast<char>(byte));
-        } else if (byte < 0x80) {
-            encoded += {'=', hex[byte >> 4], hex[byte & 15]};
-        } else {
-            const unsigned widened = 0xFF00u + byte;
-            const unsigned groups[3] = {0xE0u | (widened >> 12), 0x80u | ((widened >> 6) & 0x3F),
-                                        0x80u | (widened & 0x3F)};
-            for (const unsigned group : groups)
-                encoded += {'=', hex[group >> 4], hex[group & 15]};
-        }
-    }
-    return encoded;
 }
-
-WString Wide(const std::string& ascii) { return WString(ascii.begin(), ascii.end()); }
 
 void RejectMultiplicationSign(const WString& value, const std::string& option)
 {
@@ -61,12 +37,12 @@ void RejectMultiplicationSign(const WString& value, const std::string& option)
         throw UsageError(option + ": the character '×' cannot be stored (the configuration reads it back as '\"')");
 }
 
-WString ColumnElements(const std::vector<ColumnOption>& columns, unsigned codePage)
+ImportTxtConfiguration::ColumnList Columns(const std::vector<ColumnOption>& columns, unsigned codePage)
 {
     if (columns.empty())
         throw UsageError("no columns: describe the file's fields with --column NAME[:type] (or give --config)");
     std::set<std::string> names;
-    WString elements;
+    ImportTxtConfiguration::ColumnList list;
     for (std::size_t no = 0; no < columns.size(); ++no) {
         const ColumnOption& column = columns[no];
         if (!names.insert(column.name).second)
@@ -74,12 +50,16 @@ WString ColumnElements(const std::vector<ColumnOption>& columns, unsigned codePa
         if (column.name.find('"') != std::string::npos)
             throw UsageError("--column: " + Quoted(column.name) +
                              " contains '\"', which the configuration reads back as '×'");
-        elements +=
-            Wide("<col no=\"" + std::to_string(no) + "\" name=\"" +
-                 EncodeValue(refhost::FromUtf8(column.name), codePage, "--column") + "\" type=\"" +
-                 std::to_string(static_cast<int>(column.type)) + "\" onOff=\"" + (column.enabled ? "1" : "0") + "\"/>");
+        const WString name = refhost::FromUtf8(column.name);
+        RequireCodePage(name, codePage, "--column");
+        auto data = boost::make_shared<CColumnData>();
+        data->SetNo(static_cast<int>(no));
+        data->SetName(name);
+        data->SetType(column.type);
+        data->SetOnOff(column.enabled ? 1 : 0);
+        list.push_back(std::move(data));
     }
-    return elements;
+    return list;
 }
 
 } // namespace
@@ -95,26 +75,33 @@ WString ImportConfigDraft(const ImportConfigChoice& choice, unsigned codePage)
         throw UsageError("--delimiters: at least one delimiter character is needed");
     RejectMultiplicationSign(delimiters, "--delimiters");
     RejectMultiplicationSign(comments, "--comments");
+    RequireCodePage(delimiters, codePage, "--delimiters");
+    RequireCodePage(comments, codePage, "--comments");
 
-    WString positions;
-    for (const unsigned position : choice.fixedPositions)
-        positions += Wide(std::to_string(position)) + kInternalSeparator;
-
-    return Wide("<?xml version=\"1.0\" encoding=\"utf-8\"?><cfg txtFile=\"\" delimiter=\"" +
-                EncodeValue(delimiters, codePage, "--delimiters") + "\" comments=\"" +
-                EncodeValue(comments, codePage, "--comments") + "\" mode=\"" + (fixed ? "1" : "0") +
-                "\" colPositions=\"") +
-           positions + WTEXT("\">") + ColumnElements(choice.columns, codePage) + WTEXT("</cfg>");
+    ImportTxtConfiguration configuration;
+    DelimiterList delimiterList;
+    for (const WChar delimiter : delimiters)
+        delimiterList.emplace_back(1, delimiter);
+    configuration.SetDelimiters(delimiterList);
+    configuration.SetComments(comments);
+    configuration.SetMode(fixed ? 1 : 0);
+    configuration.GetPositions().assign(choice.fixedPositions.begin(), choice.fixedPositions.end());
+    configuration.GetColumns() = Columns(choice.columns, codePage);
+    return configuration.ToXml();
 }
 
 WString ExportConfigDraft(const ExportConfigChoice& choice, unsigned codePage)
 {
     const WString comment = refhost::FromUtf8(choice.comment.value_or("#"));
     const WString delimiter = refhost::FromUtf8(choice.delimiter.value_or("\t"));
-    return Wide("<?xml version=\"1.0\" encoding=\"utf-8\"?><cfg txtFile=\"\" comment=\"" +
-                EncodeValue(comment, codePage, "--comment") + "\" delimiter=\"" +
-                EncodeValue(delimiter, codePage, "--delimiter") + "\" header=\"" +
-                (choice.header.value_or(true) ? "1" : "0") + "\" format=\"" + (choice.utf16 ? "1" : "0") + "\"/>");
+    RequireCodePage(comment, codePage, "--comment");
+    RequireCodePage(delimiter, codePage, "--delimiter");
+    CXMLTextFileExportConfiguration configuration;
+    configuration.SetComment(comment);
+    configuration.SetDelimiter(delimiter);
+    configuration.SetHeader(choice.header.value_or(true) ? 1 : 0);
+    configuration.SetFormat(choice.utf16 ? 1 : 0);
+    return configuration.ToXml();
 }
 
 WString DecodeConfigurationBytes(const std::string& bytes)

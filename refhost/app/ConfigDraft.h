@@ -1,9 +1,7 @@
 #pragma once
-// Configuration strings composed from command-line options. The host application does not
-// write the engines' configuration form itself: it writes a draft that the engine's own
-// configuration reader takes in (every attribute value in the reader's "=XX" byte form, so
-// that no escaping rule of the writer is copied here), and then has the engine rewrite it
-// through its file path setter. What the user sees is always the engine's own text.
+// Configuration strings composed from command-line options, written by the module's own
+// configuration records (so every encoding rule is the module's), and then rewritten by the
+// engine through its file path setter. What the user sees is always the engine's own text.
 
 #include "host/Text.h"
 #include "refhost/app/Requests.h"

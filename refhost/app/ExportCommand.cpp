@@ -7,6 +7,7 @@
 #include "refhost/app/Commands.h"
 #include "refhost/app/ExportJob.h"
 #include "refhost/app/TemporaryFile.h"
+#include "ui/DialogFactory.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -48,36 +49,27 @@ void CopyFileContent(const std::string& from, const TemporaryFile& to)
         throw UsageError("cannot read '" + from + "' to append to it");
 }
 
-const WChar* Keyword(IfExists answer)
+int FileChoiceOf(IfExists answer)
 {
     switch (answer) {
-    case IfExists::Overwrite: return WTEXT("Overwrite");
-    case IfExists::Append: return WTEXT("Append");
-    default: break;
+    case IfExists::Overwrite: return FileChoiceOverwrite;
+    case IfExists::Append: return FileChoiceAppend;
+    default: return FileChoiceCancel;
     }
-    return WTEXT("Cancel");
 }
 
-// The user's answer for an existing target, asked on the terminal the way the CAD application
-// asks on its command line, with the host's own question about the target itself (the
-// engine, asked later, sees only the temporary file). Nobody to ask: cancel.
+// The user's answer for an existing target, asked on the terminal with the module's own
+// command-line question about the target itself (the engine, asked later, sees only the
+// temporary file). Nobody to ask: cancel.
 IfExists AskOnTerminal(const std::string& target)
 {
     if (isatty(STDIN_FILENO) != 1)
         return IfExists::Cancel;
-    WString question = VeltoGis::CModuleConfiguration::Instance()->GetMsg(7876);
-    const auto placeholder = question.find(WTEXT("%s"));
-    if (placeholder != WString::npos)
-        question.replace(placeholder, 2, refhost::FromUtf8(target));
-    const WString prompt = question + WTEXT(" [Overwrite/Append/Cancel] <Cancel>: ");
     CadShim::AllowTerminalPrompts(true);
-    acedInitGet(0, WTEXT("Overwrite Append Cancel"));
-    WChar answer[32] = {};
-    const int result = acedGetKword(prompt.c_str(), answer, 32);
+    const int choice = AskFileChoiceOnCommandLine(refhost::FromUtf8(target).c_str());
     CadShim::AllowTerminalPrompts(false);
-    const WString keyword = result == RTNORM ? WString(answer) : WString();
-    return keyword == WTEXT("Overwrite") ? IfExists::Overwrite
-           : keyword == WTEXT("Append")  ? IfExists::Append
+    return choice == FileChoiceOverwrite ? IfExists::Overwrite
+           : choice == FileChoiceAppend  ? IfExists::Append
                                          : IfExists::Cancel;
 }
 
@@ -96,7 +88,7 @@ std::string PrepareEnginePath(const ExportRequest& request, TemporaryFile& tempo
     const IfExists answer = request.ifExists == IfExists::Ask ? AskOnTerminal(request.output) : request.ifExists;
     if (answer == IfExists::Append)
         CopyFileContent(request.output, temporary);
-    CadShim::QueueKeywordAnswers({Keyword(answer)});
+    CadShim::QueueKeywordAnswers({FileChoiceKeyword(FileChoiceOf(answer))});
     return temporary.Path();
 }
 

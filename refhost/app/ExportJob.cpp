@@ -1,5 +1,7 @@
 #include "refhost/app/ExportJob.h"
 
+#include "export/ExportSides.h"
+
 #include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
 #include "refhost/app/BindTransforms.h"
@@ -59,11 +61,11 @@ std::string FieldList(const ExportInput& input)
 int WriterEntityType(ExportKind kind)
 {
     switch (kind) {
-    case ExportKind::Lines: return VeltoGis::EntityTypeLine;
-    case ExportKind::Polygons: return VeltoGis::EntityTypePolygon;
+    case ExportKind::Lines: return kLineWriterType;
+    case ExportKind::Polygons: return kPolygonWriterType;
     case ExportKind::Points: break;
     }
-    return VeltoGis::EntityTypePoint;
+    return kPointWriterType;
 }
 
 ExportJob::~ExportJob()
@@ -81,7 +83,10 @@ ExportJob::~ExportJob()
 }
 
 // A writer reads its main configuration and binds for its own entity type, else the node ones.
-bool ExportJob::WriterReadsNodeSide() const { return definition_.GetEntityType() != WriterEntityType(request_.kind); }
+bool ExportJob::WriterReadsNodeSide() const
+{
+    return !ReadsMainSide(definition_.GetEntityType(), WriterEntityType(request_.kind));
+}
 
 void ExportJob::Build(unsigned codePage)
 {

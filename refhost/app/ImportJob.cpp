@@ -1,6 +1,8 @@
 #include "refhost/app/ImportJob.h"
 
 #include "host/GisUtility.h"
+#include "import/ImportSides.h"
+#include "import/ImportTargets.h"
 #include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
 #include "refhost/app/BindTransforms.h"
@@ -20,9 +22,6 @@ using VeltoGis::Data::CDataBox;
 using refhost::FromUtf8;
 using refhost::ToUtf8;
 
-const char* const kReservedTargets[] = {
-    "ENTITY_NAME", "NODE_COORDINATE_X", "NODE_COORDINATE_Y", "NODE_X", "NODE_Y", "NODE_S", "NODE_E"};
-
 bool StartsWith(const std::string& text, const char* prefix) { return text.rfind(prefix, 0) == 0; }
 
 // Targets that look reserved but are none are typing errors, not attribute names.
@@ -31,10 +30,11 @@ void CheckTarget(const std::string& target, const char* option)
     if (!StartsWith(target, "NODE_") && !StartsWith(target, "ENTITY_"))
         return;
     std::string known;
-    for (const char* reserved : kReservedTargets) {
-        if (target == reserved)
+    for (const WChar* reserved : ImportTarget::kAll) {
+        const std::string name = ToUtf8(reserved);
+        if (target == name)
             return;
-        known += (known.empty() ? "" : ", ") + std::string(reserved);
+        known += (known.empty() ? "" : ", ") + name;
     }
     throw UsageError(std::string(option) + ": unknown reserved target '" + target + "' (reserved: " + known + ")");
 }
@@ -93,27 +93,18 @@ int DefaultEntityType(ImportKind kind)
     return VeltoGis::EntityTypePoint;
 }
 
-// The points builder reads the secondary configuration when told to; the cloud builder does
-// for a line job that reads section nodes. Every other run reads the primary one.
-bool ImportJob::ReadsSecondaryConfiguration() const
-{
-    if (request_.kind == ImportKind::Points)
-        return request_.secondary;
-    if (request_.kind == ImportKind::Cloud)
-        return definition_.GetEntityType() == VeltoGis::EntityTypeLine && request_.sectionNodes;
-    return false;
-}
-
-bool ImportJob::UsesSecondaryBinds() const
+// The sides the builder of this kind reads, by the module's own rules (the job's options
+// are set on the definition before this is asked).
+ImportSides ImportJob::Sides() const
 {
     switch (request_.kind) {
-    case ImportKind::Points: return request_.secondary;
-    case ImportKind::Polygons:
-    case ImportKind::Cloud: return request_.sectionNodes;
+    case ImportKind::Points: return PointSides(request_.secondary ? 1 : 0);
+    case ImportKind::Polygons: return PolygonSides(definition_);
+    case ImportKind::Cloud: return CloudSides(definition_);
     case ImportKind::Lines:
     case ImportKind::Table: break;
     }
-    return false;
+    return PrimarySides();
 }
 
 void ImportJob::Build(unsigned codePage)
@@ -146,7 +137,7 @@ void ImportJob::Build(unsigned codePage)
     }
 
     // FILE becomes the file path of the configuration the builder reads.
-    SetPathThroughEngine(engine_, definition_, ReadsSecondaryConfiguration(), request_.file);
+    SetPathThroughEngine(engine_, definition_, Sides().secondaryConfiguration, request_.file);
     definition_.SetDBCollection(MakeBinds(request_.binds, 0, "--bind"));
     if (!request_.nodeBinds.empty()) {
         // The polygon builder, and the cloud builder outside line jobs, match the secondary
@@ -270,9 +261,9 @@ RecordLayout ImportJob::ComputeLayout()
                 names.push_back(ToUtf8(definition->GetDataID()));
         }
     } else if (request_.kind != ImportKind::Cloud) {
-        const auto binds = UsesSecondaryBinds() ? definition_.GetDBCollectionNode() : definition_.GetDBCollection();
+        const auto binds = Sides().secondaryBinds ? definition_.GetDBCollectionNode() : definition_.GetDBCollection();
         DataDefinitionList offered;
-        const int secondary = ReadsSecondaryConfiguration() ? 1 : 0;
+        const int secondary = Sides().secondaryConfiguration ? 1 : 0;
         CallEngine([&] { return engine_.GetSourceDataDefinitions(&definition_, offered, secondary), 0; });
         for (const auto& bind : binds ? binds->GetDataBindCollection() : std::vector<boost::shared_ptr<CDataBind>>()) {
             const bool givesValue =
@@ -354,7 +345,7 @@ std::string ImportJob::RecordNoun() const
 
 WString ImportJob::ConfigurationString() const
 {
-    return ReadsSecondaryConfiguration() ? definition_.GetImporterConfigurationNode()
+    return Sides().secondaryConfiguration ? definition_.GetImporterConfigurationNode()
                                          : definition_.GetImporterConfiguration();
 }
 

@@ -4,6 +4,7 @@
 // engine's own checks, and the one builder the kind calls for.
 
 #include "host/ImpexEngines.h"
+#include "import/ImportSides.h"
 #include "refhost/app/RecordWriter.h"
 #include "refhost/app/Requests.h"
 
@@ -52,8 +53,7 @@ public:
     WString ConfigurationString() const;
 
 private:
-    bool ReadsSecondaryConfiguration() const;
-    bool UsesSecondaryBinds() const;
+    ImportSides Sides() const;
     boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection> MakeBinds(const std::vector<BindOption>& binds,
                                                                              int secondary, const char* option);
     int RunBuilder();

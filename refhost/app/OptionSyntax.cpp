@@ -23,14 +23,14 @@ std::vector<std::string> SplitAt(const std::string& text, char separator)
     }
 }
 
-bool ParseColumnType(const std::string& text, ColumnType& type)
+bool ParseColumnType(const std::string& text, ColumnTypeCode& type)
 {
     if (text == "real")
-        type = ColumnType::Real;
+        type = kColumnReal;
     else if (text == "text")
-        type = ColumnType::Text;
+        type = kColumnText;
     else if (text == "integer")
-        type = ColumnType::Integer;
+        type = kColumnInteger;
     else
         return false;
     return true;

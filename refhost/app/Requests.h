@@ -2,18 +2,17 @@
 // What the user asked for on the command line, before anything is loaded or opened. The
 // command-line parser fills these; the commands turn them into the framework's jobs.
 
+#include "import/ColumnData.h"
+
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace tessel {
 
-// Value types of a column, as the import configuration stores them.
-enum class ColumnType { Real = 5001, Text = 5005, Integer = 5010 };
-
 struct ColumnOption {
     std::string name;
-    ColumnType type = ColumnType::Text;
+    ColumnTypeCode type = kColumnText; // as the import configuration stores it
     bool enabled = true;
 };
 

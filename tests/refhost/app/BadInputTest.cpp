@@ -4,6 +4,7 @@
 #include "AppTestSupport.h"
 #include "refhost/testing/TempDir.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include <dirent.h>
@@ -60,7 +61,7 @@ const BadCase kCases[] = {
      "tessel import: 'Łódź.txt': the configuration cannot name this path in code page 1252 (choose another with "
      "--codepage)"},
     {"UnknownCodePage", {"--codepage", "4711", "engines"}, 2,
-     "tessel engines: --codepage: 4711 is not a code page this system converts"},
+     "tessel engines: --codepage: 4711 is not a code page this system converts (it converts: 437 ..."},
     {"OutputFolderMissing", {"import", "table", "in.txt", "--column", "a", "-o", "no/such/out.jsonl"}, 1,
      "tessel import: cannot write 'no/such/out.jsonl': No such file or directory"},
     {"StrictValidation", {"import", "points", "in.txt", "--column", "a", "--strict"}, 1,
@@ -106,7 +107,17 @@ TEST_P(BadInput, PrintsOneLineAndLeavesNothingBehind)
 
     const TesselRun run = RunTessel(arguments, folder.Path());
     EXPECT_EQ(run.status, test.status);
-    EXPECT_EQ(run.err, test.error + "\n");
+    // An expected text ending in "..." gives the start of the line; the system decides the rest.
+    const std::string ellipsis = "...";
+    const bool prefix = test.error.size() > ellipsis.size() &&
+                        test.error.compare(test.error.size() - ellipsis.size(), ellipsis.size(), ellipsis) == 0;
+    if (prefix) {
+        const std::string start = test.error.substr(0, test.error.size() - ellipsis.size());
+        EXPECT_EQ(run.err.substr(0, start.size()), start);
+        EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1);
+    } else {
+        EXPECT_EQ(run.err, test.error + "\n");
+    }
     EXPECT_EQ(FolderEntries(folder.Path()), before);
 }
 

@@ -40,7 +40,7 @@ TEST(CommandLine, ImportComposesItsJobFromOptionsInOrder)
     EXPECT_EQ(request.config.delimiters, "\t;");
     EXPECT_EQ(request.config.comments, "*");
     ASSERT_EQ(request.config.columns.size(), 3u);
-    EXPECT_EQ(request.config.columns[1].type, ColumnType::Real);
+    EXPECT_EQ(request.config.columns[1].type, kColumnReal);
     EXPECT_FALSE(request.config.columns[2].enabled);
     ASSERT_EQ(request.binds.size(), 2u);
     EXPECT_EQ(request.binds[1].source, "x");

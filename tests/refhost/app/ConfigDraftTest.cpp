@@ -21,7 +21,7 @@ using refhost::testing::W;
 
 constexpr unsigned kCodePage = 1252;
 
-ColumnOption Column(const char* name, ColumnType type = ColumnType::Text, bool enabled = true)
+ColumnOption Column(const char* name, ColumnTypeCode type = kColumnText, bool enabled = true)
 {
     return ColumnOption{name, type, enabled};
 }
@@ -30,8 +30,8 @@ TEST(ImportConfigDraft, EngineReadsBackPathDescriptionAndSourceFields)
 {
     IImportEngine& engine = LoadedModule().Importer();
     ImportConfigChoice choice;
-    choice.columns = {Column("Punkt"), Column("Höhe", ColumnType::Real), Column("skip", ColumnType::Integer, false),
-                    Column("a&b<c>'d=e", ColumnType::Integer)};
+    choice.columns = {Column("Punkt"), Column("Höhe", kColumnReal), Column("skip", kColumnInteger, false),
+                    Column("a&b<c>'d=e", kColumnInteger)};
     CImportDefinition definition;
     definition.SetImporterConfiguration(ImportConfigDraft(choice, kCodePage).c_str());
     const WString path = W("/Vermessung/Grüße \"neu\" & <alt>=1.txt");
