@@ -5,21 +5,38 @@
 #include "host/Text.h"
 
 enum class MessageId : unsigned {
+    FileExistsTitle = 49,            // the title of the existing-file question
+    OkCaption = 60,
+    CancelCaption = 67,
     ImportDescriptionLabel = 250,    // before the file path in an import job's description
+    FormatLabel = 264,
+    ExportPathMissing = 276,         // OK of the export dialog without a file path
+    DelimiterOther = 3204,
+    DelimiterTab = 3205,
+    DelimiterSpace = 3206,
     ExportDelimiterLabel = 3207,     // the delimiter's label in an export job's description
     ExportProgress = 4048,           // the progress bar while an export writes
     ExportFileLabel = 4563,          // the file's label in an export job's description
     ExportEngineText = 7866,         // the export engine's name and description alike
+    ExportDialogTitle = 7867,
+    ExportDialogFileLabel = 7868,
+    ExportDialogCommentLabel = 7869,
+    ExportDialogDelimiterLabel = 7870,
+    ExportDialogHeaderCaption = 7871,
+    ExportDelimiterMissing = 7872,   // OK of the export dialog with "other" and no delimiter
     ImportEngineName = 7873,
     ImportEngineDescription = 7874,
     ImportProgress = 7875,           // the progress bar while entity builders read
     FileExistsQuestion = 7876,       // "%s" exists: overwrite, append or cancel
+    OverwriteCaption = 7877,
+    AppendCaption = 7878,
     CoordinatesNotBound = 8481,
     EntityNameNotBound = 8482,
     NodeNamesNotBound = 9001,
     FileDoesNotOpen = 60043,         // "%s" cannot be opened
     // Deliberately the same text: the data-table builders show it on their progress bar.
     TableRowProgress = 60043,
+    EncodingLabel = 61050,
 };
 
 // The host's text for the message; "" when the host does not know the number.

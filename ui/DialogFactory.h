@@ -33,8 +33,15 @@ int AskFileChoiceOnCommandLine(const WChar* path);
 // The command-line keyword of a FileChoice: "Overwrite", "Append" or "Cancel".
 const WChar* FileChoiceKeyword(int choice);
 
-// The installed factory (the command-line one until something is installed).
+// The installed factory, else the default one.
 DialogFactory& Dialogs();
-// Installs a factory (null: back to the command-line one); returns the previous one.
-// The caller keeps ownership.
+// Installs a factory (null: back to the default one); returns the previous one, null for
+// the default. The caller keeps ownership.
 DialogFactory* InstallDialogFactory(DialogFactory* factory);
+
+// The default factory: the module's dialogs where the build has them (falling back to the
+// command line whenever the CAD application shows no dialog), else the command line.
+DialogFactory& DefaultDialogs();
+// Answers on the CAD command line: the file question is asked there, the configuration
+// dialogs end as cancelled.
+DialogFactory& CommandLineDialogs();

@@ -64,24 +64,6 @@ constexpr bool IsSortedById()
 }
 static_assert(IsSortedById(), "the message table is searched by bisection");
 
-// Icons are opaque handles to the module; each known name has one handle for the process.
-struct IconName {
-    const WChar* name;
-    int handle;
-};
-IconName icons[] = {{WTEXT("IDI_OPEN"), 0}, {WTEXT("IDI_DELETE"), 0}};
-
-HostIcon FindIcon(const WChar* name)
-{
-    if (!name)
-        return nullptr;
-    for (IconName& icon : icons) {
-        if (std::basic_string_view<WChar>(icon.name) == name)
-            return &icon.handle;
-    }
-    return nullptr;
-}
-
 } // namespace
 
 CModuleConfiguration* CModuleConfiguration::Instance()
@@ -97,14 +79,6 @@ WString CModuleConfiguration::GetMsg(unsigned int id) const
     if (found == std::end(kMessages) || found->id != id)
         return WString();
     return found->text;
-}
-
-HostIcon CModuleConfiguration::GetIcon(const WChar* name) const { return FindIcon(name); }
-
-HostIcon CModuleConfiguration::LoadImageW(const WChar* name, unsigned int /*type*/, int /*cx*/, int /*cy*/,
-                                          unsigned int /*flags*/) const
-{
-    return FindIcon(name);
 }
 
 } // namespace VeltoGis

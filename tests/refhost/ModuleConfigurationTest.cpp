@@ -47,18 +47,3 @@ TEST(ModuleConfiguration, OnlyThePathMessagesTakeAnArgument)
         EXPECT_EQ(Count(text, WTEXT("%s")), takesPath ? 1u : 0u) << id;
     }
 }
-
-TEST(ModuleConfiguration, IconsHaveOneHandlePerKnownName)
-{
-    const CModuleConfiguration* configuration = CModuleConfiguration::Instance();
-    const auto open = configuration->GetIcon(WTEXT("IDI_OPEN"));
-    const auto remove = configuration->GetIcon(WTEXT("IDI_DELETE"));
-    EXPECT_NE(open, nullptr);
-    EXPECT_NE(remove, nullptr);
-    EXPECT_NE(open, remove);
-    EXPECT_EQ(configuration->GetIcon(WTEXT("IDI_OPEN")), open);
-    EXPECT_EQ(configuration->LoadImageW(WTEXT("IDI_OPEN"), 1, 16, 16, 0), open);
-    EXPECT_EQ(configuration->GetIcon(WTEXT("IDI_OPEN2")), nullptr);
-    EXPECT_EQ(configuration->GetIcon(WTEXT("IDI_OPE")), nullptr);
-    EXPECT_EQ(configuration->LoadImageW(nullptr, 1, 16, 16, 0), nullptr);
-}

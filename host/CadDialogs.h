@@ -1,0 +1,84 @@
+#pragma once
+// The CAD application's dialog base and the GIS framework's icon button, as the module's
+// dialogs use them. In the CAD application they are MFC classes; with the wxWidgets toolkit
+// (the reference host on Linux) the dialog's controls are wx windows made in Window().
+
+#include "host/HostApi.h"
+#include "host/Text.h"
+
+class wxWindow;
+
+// The CAD application asks a dialog with this message whether it keeps the focus while the
+// user works in the drawing; the module's dialogs answer 1 (keep it).
+constexpr unsigned WM_ACAD_KEEPFOCUS = 0x7101;
+
+// Results of a modal run ended by the standard buttons; -1 when no dialog could be shown.
+constexpr int IDOK = 1;
+constexpr int IDCANCEL = 2;
+constexpr int kDialogNotShown = -1;
+
+class VELTOGIS_API CAdUiBaseDialog {
+public:
+    // templateId names the dialog's resource template.
+    explicit CAdUiBaseDialog(unsigned templateId);
+    virtual ~CAdUiBaseDialog();
+    CAdUiBaseDialog(const CAdUiBaseDialog&) = delete;
+    CAdUiBaseDialog& operator=(const CAdUiBaseDialog&) = delete;
+
+    // Makes the window, lets OnInitDialog fill it, shows it and runs until EndDialog. Returns
+    // the result given to EndDialog, or kDialogNotShown when the application shows no
+    // dialogs (no display, or dialogs switched off); OnInitDialog is not called then.
+    int DoModal();
+    // Ends the modal run with the result; the window closes when the handler returns.
+    void EndDialog(int result);
+
+    unsigned TemplateId() const { return templateId_; }
+
+    // The answer to WM_ACAD_KEEPFOCUS: 0 (let the application take the focus) unless a
+    // dialog says otherwise.
+    virtual long OnAcadKeepFocus();
+
+protected:
+    // The window exists and is empty: make the controls in Window(), fill them, and return
+    // true. False ends the run with IDCANCEL before the window is shown.
+    virtual bool OnInitDialog();
+    // The window's close box and Esc; ends the run with IDCANCEL unless a dialog says
+    // otherwise.
+    virtual void OnCancel();
+
+    // The dialog's window while DoModal runs, null otherwise.
+    wxWindow* Window() const { return window_; }
+    void SetWindowText(const WChar* title);
+
+private:
+    friend class CadDialogWindow;
+
+    unsigned templateId_;
+    wxWindow* window_ = nullptr;
+};
+
+namespace VeltoGis {
+namespace Utility {
+
+// A push button showing one of the host's icons.
+class VELTOGIS_API CVeltoBitmapButton {
+public:
+    // moduleInstance: the module's instance handle, where the host looks for the icon first.
+    explicit CVeltoBitmapButton(void* moduleInstance);
+    virtual ~CVeltoBitmapButton();
+    CVeltoBitmapButton(const CVeltoBitmapButton&) = delete;
+    CVeltoBitmapButton& operator=(const CVeltoBitmapButton&) = delete;
+
+    // Makes the button as control controlId of the dialog window parent; returns it (owned
+    // by parent) for the dialog's layout.
+    wxWindow* Create(wxWindow* parent, int controlId);
+    // Shows the named icon at cx by cy pixels; an unknown name leaves the button without one.
+    void SetButtonIcon(const WChar* name, unsigned int type, int cx, int cy, unsigned int flags);
+
+private:
+    [[maybe_unused]] void* moduleInstance_;
+    wxWindow* button_ = nullptr;
+};
+
+} // namespace Utility
+} // namespace VeltoGis

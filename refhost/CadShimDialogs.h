@@ -1,0 +1,38 @@
+#pragma once
+// The reference CAD shim's side door for dialogs: whether the application shows them, the
+// toolkit's start, and what was shown, recorded for tests. Not part of the CAD
+// application's interface.
+
+#include "host/HostApi.h"
+#include "host/Text.h"
+
+#include <functional>
+#include <vector>
+
+class wxWindow;
+
+namespace CadShim {
+
+// Dialogs are off until the host application allows them, so that tests and scripted runs
+// never wait for a person; while off, every DoModal returns kDialogNotShown.
+VELTOGIS_API void AllowDialogs(bool allow);
+// Starts the toolkit once, the first time it is needed: only when dialogs are allowed and
+// a display is there. True when dialogs can be shown now.
+VELTOGIS_API bool StartDialogs();
+
+struct DialogRecord {
+    unsigned templateId = 0;
+    WString title;
+    long keepFocusAnswer = 0; // what the dialog answered to WM_ACAD_KEEPFOCUS
+    int result = 0;
+};
+// Every dialog shown, in order, with its result once it has closed.
+VELTOGIS_API const std::vector<DialogRecord>& RecordedDialogs();
+VELTOGIS_API void ClearRecordedDialogs();
+
+// Called with the dialog's window once the next dialog is shown and its modal run has
+// started, from inside that run: how tests and scripts drive a dialog.
+using DialogDriver = std::function<void(wxWindow* dialog)>;
+VELTOGIS_API void DriveNextDialog(DialogDriver driver);
+
+} // namespace CadShim

@@ -1,0 +1,28 @@
+// The CAD shim's dialog side in a build without a toolkit: no dialog is ever shown, so every
+// question is answered the command-line way, and there are no images.
+
+#include "host/CadDialogs.h"
+#include "host/GisUtility.h"
+#include "refhost/CadShimDialogs.h"
+
+namespace CadShim {
+namespace {
+std::vector<DialogRecord> noRecords;
+} // namespace
+
+void AllowDialogs(bool) {}
+bool StartDialogs() { return false; }
+const std::vector<DialogRecord>& RecordedDialogs() { return noRecords; }
+void ClearRecordedDialogs() {}
+void DriveNextDialog(DialogDriver) {}
+
+} // namespace CadShim
+
+CAdUiBaseDialog::CAdUiBaseDialog(unsigned templateId) : templateId_(templateId) {}
+CAdUiBaseDialog::~CAdUiBaseDialog() = default;
+int CAdUiBaseDialog::DoModal() { return kDialogNotShown; }
+void CAdUiBaseDialog::EndDialog(int) {}
+long CAdUiBaseDialog::OnAcadKeepFocus() { return 0; }
+bool CAdUiBaseDialog::OnInitDialog() { return true; }
+void CAdUiBaseDialog::OnCancel() {}
+void CAdUiBaseDialog::SetWindowText(const WChar*) {}

@@ -1,0 +1,178 @@
+// The export configuration dialog's rules, without a display.
+
+#include "export/CXMLTextFileExportConfiguration.h"
+#include "host/ImpexDefinitions.h"
+#include "platform/Platform.h"
+#include "ui/ExportConfigurationModel.h"
+#include "ui/FileChoiceModel.h"
+#include "host/WideText.h"
+
+#include <gtest/gtest.h>
+
+using VeltoGis::ImportExport::CExportDefinition;
+
+namespace {
+
+WString Stored(const WString& path, const WString& delimiter, int header, int format,
+               const WString& comment = WTEXT("#"))
+{
+    CXMLTextFileExportConfiguration configuration;
+    configuration.SetTxtFile(path);
+    configuration.SetComment(comment);
+    configuration.SetDelimiter(delimiter);
+    configuration.SetHeader(header);
+    configuration.SetFormat(format);
+    return configuration.ToXml();
+}
+
+CXMLTextFileExportConfiguration Parsed(const WString& text)
+{
+    CXMLTextFileExportConfiguration configuration;
+    configuration.FromXml(text);
+    return configuration;
+}
+
+} // namespace
+
+TEST(ExportConfigurationModel, OpensEachStoredValueAsTheDialogShowsIt)
+{
+    struct Case {
+        WString stored;
+        ExportConfigurationModel::DelimiterKind kind;
+        WString other;
+        bool header;
+        int format;
+    };
+    const Case cases[] = {
+        {Stored(WTEXT("a.txt"), WTEXT(" "), 1, 0), ExportConfigurationModel::DelimiterSpace, WTEXT(""), true, 0},
+        {Stored(WTEXT("a.txt"), WTEXT("\t"), 0, 1), ExportConfigurationModel::DelimiterTab, WTEXT(""), false, 1},
+        {Stored(WTEXT("a.txt"), WTEXT(";"), 2, 2), ExportConfigurationModel::DelimiterOther, WTEXT(";"), true, 0},
+        {Stored(WTEXT("a.txt"), WTEXT(""), 0, -1), ExportConfigurationModel::DelimiterOther, WTEXT(""), false, 0},
+        {Stored(WTEXT("a.txt"), WTEXT(" ;"), 0, 0), ExportConfigurationModel::DelimiterOther, WTEXT(" ;"), false, 0},
+    };
+    for (const Case& c : cases) {
+        for (const bool node : {false, true}) {
+            CExportDefinition definition;
+            (node ? definition.SetExporterConfigurationNode(c.stored.c_str())
+                  : definition.SetExporterConfiguration(c.stored.c_str()));
+            ExportConfigurationModel model(definition, node);
+            model.Open();
+            EXPECT_EQ(model.filePath, WTEXT("a.txt"));
+            EXPECT_EQ(model.delimiterKind, c.kind);
+            EXPECT_EQ(model.otherDelimiter, c.other);
+            EXPECT_EQ(model.header, c.header);
+            EXPECT_EQ(model.formatChoice, c.format);
+            EXPECT_EQ(model.OtherDelimiterEnabled(), c.kind == ExportConfigurationModel::DelimiterOther);
+        }
+    }
+}
+
+TEST(ExportConfigurationModel, TextThatIsNoConfigurationOpensWithTheDialogsDefaults)
+{
+    for (const WChar* stored : {WTEXT(""), WTEXT("not xml at all"), WTEXT("<other txtFile=\"x\"/>")}) {
+        CExportDefinition definition;
+        definition.SetExporterConfiguration(stored);
+        ExportConfigurationModel model(definition, false);
+        model.Open();
+        EXPECT_EQ(model.filePath, WString());
+        EXPECT_EQ(model.comment, WString());
+        EXPECT_EQ(model.delimiterKind, ExportConfigurationModel::DelimiterSpace);
+        EXPECT_FALSE(model.header);
+        EXPECT_EQ(model.formatChoice, 0);
+    }
+}
+
+TEST(ExportConfigurationModel, ChosenFileGetsTxtUnlessItEndsInIt)
+{
+    const std::pair<WString, WString> cases[] = {
+        {WTEXT("out.TXT"), WTEXT("out.TXT")},      {WTEXT("out.csv"), WTEXT("out.csv.txt")},
+        {WTEXT("out.txt"), WTEXT("out.txt")},      {WTEXT("/a.b/out"), WTEXT("/a.b/out.txt")},
+        {WTEXT(""), WTEXT("")},                    {WTEXT("txt"), WTEXT("txt.txt")},
+        {WTEXT("x.Txt"), WTEXT("x.Txt")},          {WTEXT("x.txt "), WTEXT("x.txt .txt")}};
+    for (const auto& [chosen, expected] : cases) {
+        CExportDefinition definition;
+        ExportConfigurationModel model(definition, false);
+        model.TakeChosenFile(chosen);
+        EXPECT_EQ(model.filePath, expected);
+    }
+}
+
+TEST(ExportConfigurationModel, OkStoresBeforeItChecks)
+{
+    struct Case {
+        WString path;
+        ExportConfigurationModel::DelimiterKind kind;
+        WString other;
+        std::optional<MessageId> problem;
+        WString storedDelimiter;
+    };
+    const Case cases[] = {
+        {WTEXT(""), ExportConfigurationModel::DelimiterSpace, WTEXT(""), MessageId::ExportPathMissing, WTEXT(" ")},
+        {WTEXT(""), ExportConfigurationModel::DelimiterOther, WTEXT(""), MessageId::ExportPathMissing, WTEXT("")},
+        {WTEXT("o.txt"), ExportConfigurationModel::DelimiterOther, WTEXT(""), MessageId::ExportDelimiterMissing,
+         WTEXT("")},
+        {WTEXT("o.txt"), ExportConfigurationModel::DelimiterOther, WTEXT("||"), std::nullopt, WTEXT("||")},
+        {WTEXT("o.txt"), ExportConfigurationModel::DelimiterTab, WTEXT("ignored"), std::nullopt, WTEXT("\t")},
+    };
+    for (const Case& c : cases) {
+        for (const bool node : {false, true}) {
+            CExportDefinition definition;
+            ExportConfigurationModel model(definition, node);
+            model.filePath = c.path;
+            model.delimiterKind = c.kind;
+            model.otherDelimiter = c.other;
+            model.header = true;
+            model.formatChoice = 1;
+            EXPECT_EQ(model.Confirm(), c.problem);
+            const CXMLTextFileExportConfiguration stored = Parsed(
+                node ? definition.GetExporterConfigurationNode() : definition.GetExporterConfiguration());
+            EXPECT_EQ(stored.GetTxtFile(), c.path);
+            EXPECT_EQ(stored.GetDelimiter(), c.storedDelimiter);
+            EXPECT_EQ(stored.GetHeader(), 1);
+            EXPECT_EQ(stored.GetFormat(), 1);
+            EXPECT_EQ((node ? definition.GetExporterConfiguration() : definition.GetExporterConfigurationNode()),
+                      WString());
+        }
+    }
+}
+
+TEST(ExportConfigurationModel, HardPathsAndAStoredFormatOfTwoRoundTripThroughOk)
+{
+    // Stored values pass through the ANSI code page: a path keeps what that code page holds.
+    const std::pair<unsigned, WString> paths[] = {
+        {1252, WString(10000, WChar('p')) + WTEXT(".txt")},
+        {1252, WTEXT("/tmp/M\u00fcller/Stra\u00dfe \u00bd.txt")},
+        {1250, WTEXT("/tmp/\u0141\u00f3d\u017a/plik.txt")},
+        {1253, WTEXT("/tmp/\u03b1\u03b2\u03b3.txt")},
+        {1252, WTEXT("/tmp/say \"hi\".txt")},
+        {1252, WTEXT("C:\\a&b<c>'d=e.txt")}};
+    for (const auto& [codePage, path] : paths) {
+        Platform::SetAnsiCodePage(codePage);
+        CExportDefinition definition;
+        definition.SetExporterConfiguration(Stored(path, WTEXT("\t"), 1, 2, WTEXT("// \u00a7")).c_str());
+        ExportConfigurationModel model(definition, false);
+        model.Open();
+        EXPECT_EQ(model.Confirm(), std::nullopt);
+        const CXMLTextFileExportConfiguration stored = Parsed(definition.GetExporterConfiguration());
+        EXPECT_EQ(stored.GetTxtFile(), path);
+        EXPECT_EQ(stored.GetComment(), WTEXT("// \u00a7"));
+        EXPECT_EQ(stored.GetFormat(), 0);
+        EXPECT_EQ(stored.GetDelimiter(), WTEXT("\t"));
+    }
+    Platform::SetAnsiCodePage(0);
+}
+
+TEST(FileChoiceModel, AsksAboutThePathAndOffersThreeAnswers)
+{
+    const FileChoiceModel model(WTEXT("/data/out.txt"));
+    EXPECT_EQ(model.Question(), FormatWide(LoadMessage(MessageId::FileExistsQuestion), {WTEXT("/data/out.txt")}));
+    EXPECT_NE(model.Question().find(WTEXT("/data/out.txt")), WString::npos);
+    EXPECT_EQ(model.Title(), LoadMessage(MessageId::FileExistsTitle));
+    int results[3] = {};
+    for (int i = 0; i < 3; ++i)
+        results[i] = FileChoiceModel::kButtons[i].result;
+    EXPECT_EQ(results[0], 1);
+    EXPECT_EQ(results[1], 2);
+    EXPECT_EQ(results[2], 3);
+    EXPECT_EQ(FileChoiceModel::kClosedResult, 3);
+}

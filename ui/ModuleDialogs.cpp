@@ -1,0 +1,56 @@
+// The module's own dialogs, shown when the CAD application shows dialogs; when it cannot
+// (no display, dialogs off) the command line answers as before. Nothing a dialog throws
+// leaves it: the engine sees a cancelled dialog instead.
+
+#include "ui/DialogFactory.h"
+
+#include "ui/DlgFileChoice.h"
+#include "ui/DlgTxtConfigurationExport.h"
+
+namespace {
+
+class ModuleDialogs final : public DialogFactory {
+public:
+    int RunImportConfiguration(VeltoGis::ImportExport::CImportDefinition* definition, int secondary,
+                               const WChar* filePath) override
+    {
+        return CommandLineDialogs().RunImportConfiguration(definition, secondary, filePath);
+    }
+
+    int RunExportConfiguration(VeltoGis::ImportExport::CExportDefinition* definition, int secondary) override
+    {
+        if (!definition)
+            return ModalResultCancel;
+        try {
+            CDlgTxtConfigurationExport dialog(*definition, secondary != 0);
+            const int result = dialog.DoModal();
+            if (result == kDialogNotShown)
+                return CommandLineDialogs().RunExportConfiguration(definition, secondary);
+            return result == IDOK ? ModalResultOk : ModalResultCancel;
+        } catch (...) {
+            return ModalResultCancel;
+        }
+    }
+
+    int RunFileChoice(const WChar* path) override
+    {
+        try {
+            CDlgFileChoice dialog;
+            dialog.SetFilePath(path ? WString(path) : WString());
+            const int result = dialog.DoModal();
+            if (result == kDialogNotShown)
+                return CommandLineDialogs().RunFileChoice(path);
+            return result == FileChoiceOverwrite || result == FileChoiceAppend ? result : FileChoiceCancel;
+        } catch (...) {
+            return FileChoiceCancel;
+        }
+    }
+};
+
+} // namespace
+
+DialogFactory& DefaultDialogs()
+{
+    static ModuleDialogs factory;
+    return factory;
+}
