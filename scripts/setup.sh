@@ -9,7 +9,7 @@ packages=(
   libgtest-dev libgmock-dev          # tests
   libcli11-dev nlohmann-json3-dev libfast-float-dev   # the reference host application
   clang libclang-rt-14-dev           # fuzz targets (libFuzzer)
-  libwxgtk3.2-dev libx11-dev         # the dialogs (wxWidgets) and their screenshots
+  libwxgtk3.2-dev libx11-dev libxtst-dev   # the dialogs (wxWidgets), their screenshots and key presses
   xvfb xauth fonts-liberation2       # the dialogs' tests, in real windows on a virtual display
 )
 

@@ -120,6 +120,7 @@ bool CDlgTxtConfigurationExport::OnInitDialog()
 
     auto* buttons = new wxBoxSizer(wxHORIZONTAL);
     auto* ok = new wxButton(window, IDOK, Caption(MessageId::OkCaption));
+    ok->SetDefault(); // Enter in an edit means OK
     buttons->Add(ok, 0, wxRIGHT, 8);
     buttons->Add(new wxButton(window, IDCANCEL, Caption(MessageId::CancelCaption)));
     rows->Add(buttons, 0, wxALIGN_RIGHT | wxALL, 10);

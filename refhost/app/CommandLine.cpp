@@ -167,6 +167,8 @@ std::optional<Command> ParseCommandLine(int argc, const char* const* argv, std::
     app.require_subcommand(1);
     app.set_version_flag("--version", kVersion);
     app.add_flag("-q,--quiet", command.global.quiet, "No progress bar and no summary line");
+    app.add_flag("--no-dialogs", command.global.noDialogs,
+                 "Never show the module's dialogs (they appear only where there is a display)");
     unsigned codePage = 0;
     CLI::Option* codePageOption =
         app.add_option("--codepage", codePage, "The ANSI code page of files and configurations (default: 1252)")

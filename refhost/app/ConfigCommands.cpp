@@ -7,6 +7,10 @@
 #include "refhost/app/Commands.h"
 #include "refhost/app/ConfigDraft.h"
 #include "refhost/app/EnginePaths.h"
+#include "refhost/app/OutputFile.h"
+#include "refhost/CadShimDialogs.h"
+
+#include <iostream>
 
 namespace tessel {
 namespace {
@@ -159,10 +163,22 @@ int RunConfigureCommand(ModuleHost& module, const ConfigureRequest& request, std
             configuration = node ? definition.GetImporterConfigurationNode() : definition.GetImporterConfiguration();
         }
     }
-    if (result != 1)
-        throw JobError(
-            "the engine made no configuration (this host shows no dialogs; compose one with 'tessel config')");
-    out << ToUtf8(configuration) << "\n";
+    if (result != 1) {
+        if (CadShim::RecordedDialogs().empty())
+            throw JobError("no dialog can be shown here (no display, or --no-dialogs, or this engine has none yet); "
+                           "compose the configuration with 'tessel config'");
+        std::cerr << "tessel configure: cancelled; nothing was written" << std::endl;
+        return ExitJobFailed;
+    }
+    const std::string made = ToUtf8(configuration) + "\n";
+    if (!request.output) {
+        out << made;
+        return ExitSuccess;
+    }
+    OutputFile file(*request.output);
+    file.Open();
+    file.Text() += made;
+    file.Commit();
     return ExitSuccess;
 }
 

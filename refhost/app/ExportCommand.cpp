@@ -1,5 +1,6 @@
 #include "host/CadPlatform.h"
 #include "host/GisUtility.h"
+#include "refhost/CadShimDialogs.h"
 #include "refhost/CadShimRecording.h"
 #include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
@@ -58,15 +59,13 @@ int FileChoiceOf(IfExists answer)
     }
 }
 
-// The user's answer for an existing target, asked on the terminal with the module's own
-// command-line question about the target itself (the engine, asked later, sees only the
-// temporary file). Nobody to ask: cancel.
-IfExists AskOnTerminal(const std::string& target)
+// The user's answer for an existing target, asked about the target itself (the engine,
+// asked later, sees only the temporary file) the way the module asks: in its dialog where
+// one can be shown, else on the terminal. Nobody to ask: cancel.
+IfExists AskTheUser(const std::string& target)
 {
-    if (isatty(STDIN_FILENO) != 1)
-        return IfExists::Cancel;
-    CadShim::AllowTerminalPrompts(true);
-    const int choice = AskFileChoiceOnCommandLine(refhost::FromUtf8(target).c_str());
+    CadShim::AllowTerminalPrompts(isatty(STDIN_FILENO) == 1);
+    const int choice = DefaultDialogs().RunFileChoice(refhost::FromUtf8(target).c_str());
     CadShim::AllowTerminalPrompts(false);
     return choice == FileChoiceOverwrite ? IfExists::Overwrite
            : choice == FileChoiceAppend  ? IfExists::Append
@@ -85,9 +84,12 @@ std::string PrepareEnginePath(const ExportRequest& request, TemporaryFile& tempo
         temporary.RemoveFileKeepName();
         return temporary.Path();
     }
-    const IfExists answer = request.ifExists == IfExists::Ask ? AskOnTerminal(request.output) : request.ifExists;
+    const IfExists answer = request.ifExists == IfExists::Ask ? AskTheUser(request.output) : request.ifExists;
     if (answer == IfExists::Append)
         CopyFileContent(request.output, temporary);
+    // The engine's own question about the temporary file takes the answer given here, on
+    // the command line rather than in a second dialog.
+    CadShim::AllowDialogs(false);
     CadShim::QueueKeywordAnswers({FileChoiceKeyword(FileChoiceOf(answer))});
     return temporary.Path();
 }
@@ -109,7 +111,8 @@ int RunExportCommand(ModuleHost& module, const ExportRequest& request, const Glo
         const bool asked = CadShim::RecordedPrompts().size() > promptsBefore;
         std::cerr << "tessel export: "
                   << (asked ? "'" + request.output + "' exists and was left as it was: the export was cancelled" +
-                                  (request.ifExists == IfExists::Ask && isatty(STDIN_FILENO) != 1
+                                  (request.ifExists == IfExists::Ask && isatty(STDIN_FILENO) != 1 &&
+                                           CadShim::RecordedDialogs().empty()
                                        ? " (answer with --if-exists)"
                                        : "")
                             : "the engine wrote nothing to '" + request.output + "'")

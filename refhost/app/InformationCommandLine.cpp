@@ -10,10 +10,10 @@ namespace tessel {
 namespace {
 
 struct InformationOptions {
-    std::string describeFile, targetsKind, configureEngine, configureFile, configureConfig;
+    std::string describeFile, targetsKind, configureEngine, configureFile, configureConfig, configureOutput;
     int entityType = 0;
     CLI::Option *describeImport, *describeExport, *describeNode, *entityTypeOption, *dataOnly, *configureFileOption,
-        *configureConfigOption, *configureNode;
+        *configureConfigOption, *configureNode, *configureOutputOption;
 };
 
 } // namespace
@@ -44,7 +44,7 @@ FinishParsing AddInformationCommands(CLI::App& app, Command& command)
     options->dataOnly = targets->add_flag("--data-only", "A job that imports data for existing entities only");
 
     CLI::App* configure = app.add_subcommand(
-        "configure", "Run an engine's configuration dialog (this host has none: the dialog ends as cancelled)");
+        "configure", "Open an engine's configuration dialog (needs a display) and print the configuration made");
     configure->add_option("ENGINE", options->configureEngine, "import or export")
         ->type_name("ENGINE")
         ->required()
@@ -56,6 +56,10 @@ FinishParsing AddInformationCommands(CLI::App& app, Command& command)
         configure->add_option("--config", options->configureConfig, "The configuration to start from")
             ->type_name("CFG.xml");
     options->configureNode = configure->add_flag("--node", "Edit the secondary (node) configuration");
+    options->configureOutputOption =
+        configure->add_option("-o,--output", options->configureOutput, "Write the configuration there (default: "
+                                                                       "standard output)")
+            ->type_name("CFG.xml");
 
     return [engines, describe, targets, configure, options, &command] {
         if (engines->parsed()) {
@@ -82,6 +86,8 @@ FinishParsing AddInformationCommands(CLI::App& app, Command& command)
             if (options->configureConfigOption->count() > 0)
                 command.configure.configFile = options->configureConfig;
             command.configure.node = options->configureNode->count() > 0;
+            if (options->configureOutputOption->count() > 0)
+                command.configure.output = options->configureOutput;
         }
     };
 }

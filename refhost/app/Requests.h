@@ -134,6 +134,7 @@ struct ConfigureRequest {
     bool exportEngine = false;
     std::optional<std::string> file;
     std::optional<std::string> configFile;
+    std::optional<std::string> output; // standard output without it
     bool node = false;
 };
 
@@ -144,6 +145,7 @@ struct EnginesRequest {
 // Options that apply to every command.
 struct GlobalOptions {
     bool quiet = false;
+    bool noDialogs = false; // answer on the terminal even where a dialog could be shown
     std::optional<unsigned> codePage;
     std::optional<std::string> modulePath;
 };

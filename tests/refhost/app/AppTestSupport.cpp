@@ -9,6 +9,8 @@
 #include <iterator>
 #include <memory>
 #include <stdexcept>
+#include <string_view>
+#include <vector>
 
 extern char** environ;
 
@@ -41,8 +43,16 @@ TesselRun RunTessel(const std::vector<std::string>& arguments, const std::string
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
+    // Without a display: the tests script every answer, a dialog would wait for a person.
+    std::vector<char*> environment;
+    for (char** variable = environ; *variable; ++variable) {
+        const std::string_view entry(*variable);
+        if (entry.rfind("DISPLAY=", 0) != 0 && entry.rfind("WAYLAND_DISPLAY=", 0) != 0)
+            environment.push_back(*variable);
+    }
+    environment.push_back(nullptr);
     pid_t child = 0;
-    const int spawned = posix_spawn(&child, TESSEL_BINARY, &actions, nullptr, argv.data(), environ);
+    const int spawned = posix_spawn(&child, TESSEL_BINARY, &actions, nullptr, argv.data(), environment.data());
     posix_spawn_file_actions_destroy(&actions);
     if (spawned != 0)
         throw std::runtime_error("cannot start " + std::string(TESSEL_BINARY));

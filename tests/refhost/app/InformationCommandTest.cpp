@@ -82,15 +82,16 @@ TEST(TargetsCommand, RequiredAndExcludedByJob)
               "excluded: NODE_X NODE_Y NODE_S NODE_E NODE_COORDINATE_X NODE_COORDINATE_Y\n");
 }
 
-TEST(ConfigureCommand, WithoutDialogsNothingIsConfigured)
+TEST(ConfigureCommand, WithoutADisplayNothingIsConfigured)
 {
     TempDir folder;
     for (const std::vector<std::string>& words : {std::vector<std::string>{"configure", "import", "survey.xyz"},
                                                   std::vector<std::string>{"configure", "export", "--node"}}) {
         const TesselRun run = RunTessel(words, folder.Path());
         EXPECT_EQ(run.status, 1);
-        EXPECT_EQ(run.err, "tessel configure: the engine made no configuration (this host shows no dialogs; "
-                           "compose one with 'tessel config')\n");
+        EXPECT_EQ(run.err, "tessel configure: no dialog can be shown here (no display, or --no-dialogs, or this "
+                           "engine has none yet); compose the configuration with 'tessel config'\n");
+        EXPECT_EQ(run.out, "");
     }
 }
 
