@@ -20,6 +20,11 @@ VELTOGIS_API void AllowDialogs(bool allow);
 // a display is there. True when dialogs can be shown now.
 VELTOGIS_API bool StartDialogs();
 
+// Alerts given while a dialog is shown also appear in a message box over it (as in the CAD
+// application), once the host application asks for that; off by default, so that tests
+// driving a dialog are not stopped by a box nobody closes.
+VELTOGIS_API void ShowAlertsInMessageBoxes(bool show);
+
 struct DialogRecord {
     unsigned templateId = 0;
     WString title;

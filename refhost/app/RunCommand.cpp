@@ -22,6 +22,7 @@ int RunCommand(const Command& command, std::ostream& out)
     // Like the CAD application, tessel shows the module's dialogs; the toolkit starts only
     // when one is needed and a display is there.
     CadShim::AllowDialogs(!command.global.noDialogs);
+    CadShim::ShowAlertsInMessageBoxes(true);
     ModuleHost module;
     module.Load(ResolveModulePath(command.global.modulePath.value_or("")));
 

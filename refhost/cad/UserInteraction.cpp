@@ -1,6 +1,7 @@
 #include "host/CadPlatform.h"
 #include "refhost/Utf8.h"
 #include "refhost/cad/ShimState.h"
+#include "refhost/dialogs/DialogState.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -110,6 +111,7 @@ int acedAlert(const WChar* message)
 {
     const WString text = message ? message : WTEXT("");
     State().alerts.push_back(text);
+    CadShim::ShowAlertBox(text);
     const std::string line = "alert: " + refhost::ToUtf8(text) + "\n";
     std::fwrite(line.data(), 1, line.size(), stderr);
     return RTNORM;

@@ -61,7 +61,9 @@ void CadDialogWindow::Run(CAdUiBaseDialog& owner, int& result)
         state.drivers.pop_front();
         window.CallAfter([driver, &window] { driver(&window); });
     }
+    ++state.dialogsShown;
     result = window.ShowModal();
+    --state.dialogsShown;
     state.records[index].result = result;
     owner.window_ = nullptr;
 }

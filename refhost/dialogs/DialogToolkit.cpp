@@ -3,10 +3,12 @@
 
 #include "refhost/CadShimDialogs.h"
 #include "refhost/dialogs/DialogState.h"
+#include "ui/WxText.h"
 
 #include <wx/app.h>
 #include <wx/image.h>
 #include <wx/init.h>
+#include <wx/msgdlg.h>
 
 #include <cstdlib>
 
@@ -29,6 +31,17 @@ DialogState& Dialogs()
 }
 
 void AllowDialogs(bool allow) { Dialogs().allowed = allow; }
+
+void ShowAlertsInMessageBoxes(bool show) { Dialogs().alertBoxes = show; }
+
+bool ShowAlertBox(const WString& text)
+{
+    const DialogState& state = Dialogs();
+    if (!state.alertBoxes || state.dialogsShown == 0)
+        return false;
+    wxMessageBox(ToWxString(text), wxTheApp->GetAppDisplayName(), wxOK | wxICON_EXCLAMATION);
+    return true;
+}
 
 bool StartDialogs()
 {

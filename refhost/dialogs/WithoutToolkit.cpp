@@ -4,6 +4,7 @@
 #include "host/CadDialogs.h"
 #include "host/GisUtility.h"
 #include "refhost/CadShimDialogs.h"
+#include "refhost/dialogs/DialogState.h"
 
 namespace CadShim {
 namespace {
@@ -11,6 +12,8 @@ std::vector<DialogRecord> noRecords;
 } // namespace
 
 void AllowDialogs(bool) {}
+void ShowAlertsInMessageBoxes(bool) {}
+bool ShowAlertBox(const WString&) { return false; }
 bool StartDialogs() { return false; }
 const std::vector<DialogRecord>& RecordedDialogs() { return noRecords; }
 void ClearRecordedDialogs() {}
