@@ -1,4 +1,5 @@
 #include "host/ImpexEngines.h"
+#include "refhost/ImpexManagerRecording.h"
 
 #include <algorithm>
 
@@ -16,6 +17,18 @@ boost::shared_ptr<Engine> FindLast(const std::vector<boost::shared_ptr<Engine>>&
     return found == engines.rend() ? boost::shared_ptr<Engine>() : *found;
 }
 
+std::vector<WString>& Registrations()
+{
+    static std::vector<WString> registrations;
+    return registrations;
+}
+
+template <typename Engine>
+void NoteRegistration(const WChar* kind, const boost::shared_ptr<Engine>& engine)
+{
+    Registrations().push_back(WString(kind) + (engine ? engine->GetEngineId() : WString()));
+}
+
 } // namespace
 
 CImpexManager* CImpexManager::Instance()
@@ -27,12 +40,14 @@ CImpexManager* CImpexManager::Instance()
 // An empty pointer (an engine that could not be created) registers nothing.
 void CImpexManager::RegisterImporter(boost::shared_ptr<IImportEngine> engine)
 {
+    NoteRegistration(WTEXT("import:"), engine);
     if (engine)
         importers_.push_back(std::move(engine));
 }
 
 void CImpexManager::RegisterExporter(boost::shared_ptr<IExportEngine> engine)
 {
+    NoteRegistration(WTEXT("export:"), engine);
     if (engine)
         exporters_.push_back(std::move(engine));
 }
@@ -60,7 +75,10 @@ void CImpexManager::Clear()
     importers_.clear();
     exporters_.clear();
     userData_.clear();
+    Registrations().clear();
 }
 
 } // namespace ImportExport
 } // namespace VeltoGis
+
+const std::vector<WString>& refhost::EngineRegistrations() { return VeltoGis::ImportExport::Registrations(); }

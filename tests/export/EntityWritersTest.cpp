@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 using namespace exporttest;
 using namespace std::string_literals;
 using refhost::testing::MakeExportDefinition;
@@ -37,14 +39,18 @@ TEST_P(EntityWriters, DefaultConfigurationWritesHeaderAndTabbedAnsiLines)
     EXPECT_TRUE(dialogs.askedPaths.empty()) << "a new file needs no question";
 }
 
-TEST_P(EntityWriters, Utf16FormatStartsWithMarkAndWritesLittleEndianUnits)
+TEST_P(EntityWriters, AnyNonZeroFormatStartsWithMarkAndWritesLittleEndianUnits)
 {
-    Settings utf16;
-    utf16.format = 1;
-    EXPECT_EQ(Export({"X", "Y"}, {{1, 2}}, utf16), 1);
-    EXPECT_EQ(Written(), "\xFF\xFE#\0X\0\t\0Y\0\r\0\n\0"
-                         "1\0\t\0"
-                         "2\0\r\0\n\0"s);
+    for (const int format : {1, 2, -1}) {
+        Settings utf16;
+        utf16.format = format;
+        EXPECT_EQ(Export({"X", "Y"}, {{1, 2}}, utf16), 1);
+        EXPECT_EQ(Written(), "\xFF\xFE#\0X\0\t\0Y\0\r\0\n\0"
+                             "1\0\t\0"
+                             "2\0\r\0\n\0"s)
+            << "format " << format;
+        std::remove((dir.Path() + "/out.txt").c_str()); // a new file each time: no question
+    }
 }
 
 TEST_P(EntityWriters, NullValuesLeaveTheirFieldEmptyBetweenMultiCharacterDelimiters)

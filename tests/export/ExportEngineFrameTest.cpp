@@ -36,6 +36,13 @@ TEST(ExportEngineFrame, ConstructorGivesIdSameTextTwiceAndMask)
     EXPECT_EQ(engine.GetEngineDescription(), Msg(7866));
     EXPECT_EQ(engine.GetEngineMask(), 4369u);
     EXPECT_EQ(engine.GetFileFilter(), W("TXT (*.txt)|*.txt||"));
+    // The framework's fixed questions, slot by slot: 3, 7, 8, 10, 11, 12, 16, 17.
+    EXPECT_EQ((std::vector<int>{engine.ExportCapability3(), engine.ExportCapability7(), engine.ExportCapability8(),
+                                engine.ExportCapability10(), engine.ExportCapability11(), engine.ExportCapability12(),
+                                engine.ExportCapability16(), engine.ExportCapability17()}),
+              (std::vector<int>{1, 0, 1, 0, 0, 0, 0, 1}));
+    engine.ExportNotify13();
+    engine.ExportNotify14();
 }
 
 TEST(ExportEngineFrame, DescriptionNamesFileAndDelimiterOfTheChosenConfiguration)

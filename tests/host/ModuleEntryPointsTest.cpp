@@ -4,6 +4,8 @@
 
 #include "refhost/testing/TestText.h"
 
+#include "refhost/ImpexManagerRecording.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -55,7 +57,7 @@ TEST(ModuleEntryPoints, PluginInfoIsTheSameObjectEveryTime)
     EXPECT_EQ(Module().GetVeltoImpexPluginInfo(), info);
 }
 
-TEST(ModuleEntryPoints, EveryRegistrationAddsAFreshPairOfEngines)
+TEST(ModuleEntryPoints, EveryRegistrationAddsAFreshPairOfEnginesImporterFirst)
 {
     using VeltoGis::ImportExport::CImpexManager;
     CImpexManager& manager = *CImpexManager::Instance();
@@ -66,10 +68,10 @@ TEST(ModuleEntryPoints, EveryRegistrationAddsAFreshPairOfEngines)
     ASSERT_EQ(manager.Exporters().size(), 2u);
     EXPECT_NE(manager.Importers()[0], manager.Importers()[1]);
     EXPECT_NE(manager.Exporters()[0], manager.Exporters()[1]);
-    for (const auto& importer : manager.Importers())
-        EXPECT_EQ(importer->GetEngineId(), refhost::testing::W("IMPORT_TXT"));
-    for (const auto& exporter : manager.Exporters())
-        EXPECT_EQ(exporter->GetEngineId(), refhost::testing::W("EXPORT_TXT"));
+    using refhost::testing::W;
+    EXPECT_EQ(refhost::EngineRegistrations(),
+              (std::vector<WString>{W("import:IMPORT_TXT"), W("export:EXPORT_TXT"), W("import:IMPORT_TXT"),
+                                    W("export:EXPORT_TXT")}));
     manager.Clear();
 }
 

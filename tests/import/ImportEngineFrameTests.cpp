@@ -22,7 +22,7 @@ public:
         const bool locked = CadShim::DocumentManagerCalls().size() == 1;
         calls.push_back(std::to_string(secondary) + ":" + (filePath ? U8(filePath) : "-") + (locked ? " locked" : ""));
         if (answer == ModalResultOk && secondary)
-            definition->SetImporterConfigurationNode(WTEXT("<cfg/>"));
+            definition->SetImporterConfigurationNode(WTEXT("<cfg node=\"1\"/>"));
         else if (answer == ModalResultOk)
             definition->SetImporterConfiguration(WTEXT("<cfg/>"));
         return answer;
@@ -128,7 +128,7 @@ TEST_F(ImportEngineFrame, ConfigureRunsTheDialogWithTheDocumentLocked)
 {
     EXPECT_EQ(engine.Configure(&job, 1), 1);
     EXPECT_EQ(DocumentBracket(), "lock-unlock");
-    EXPECT_EQ(U8(job.GetImporterConfigurationNode()), "<cfg/>");
+    EXPECT_EQ(U8(job.GetImporterConfigurationNode()), "<cfg node=\"1\"/>");
     CadShim::ClearRecordings();
     dialogs.answer = ModalResultCancel;
     EXPECT_EQ(engine.Configure(&job, 0), 0);
@@ -141,22 +141,37 @@ TEST_F(ImportEngineFrame, ConfigureRunsTheDialogWithTheDocumentLocked)
 
 TEST_F(ImportEngineFrame, ConfigureForFileAcceptsOnlyKnownExtensions)
 {
-    // The text after the last dot anywhere in the path is the extension.
-    const std::pair<const char*, bool> cases[] = {
-        {"/data/survey.txt", true}, {"/data/SURVEY.XYZ", true},  {"c:\\m\\a.Kol", true},  {"/data/a.pt", true},
-        {"/data/a.vnv", true},      {"/data/a.csv", false},      {"/data/survey", false}, {"/d.txt/survey", false},
-        {"/data/a.txt.bak", false}, {"/data/a.", false},         {"", false}};
+    // The thirteen accepted extensions in any case; the text after the last dot anywhere in
+    // the path is the extension.
+    std::vector<std::pair<std::string, bool>> cases;
+    for (const char* extension : {"txt", "toc", "pt", "uzd", "xyz", "kol", "niv", "kr", "okn", "pad", "sys", "ter",
+                                  "vnv"}) {
+        std::string upper = extension;
+        for (char& c : upper)
+            c = static_cast<char>(c - 'a' + 'A');
+        cases.push_back({std::string("/data/a.") + extension, true});
+        cases.push_back({std::string("c:\\m\\A.") + upper, true});
+    }
+    for (const char* refused : {"/data/a.csv", "/data/survey", "/d.txt/survey", "/data/a.txt.bak", "/data/a.", "",
+                                "/data/a.txtx", "/data/a.tx"})
+        cases.push_back({refused, false});
     for (const auto& [path, accepted] : cases) {
         CadShim::ClearRecordings();
         dialogs.calls.clear();
         WString configuration = W("untouched");
         EXPECT_EQ(engine.ConfigureForFile(&job, W(path).c_str(), configuration, 0), accepted ? 1 : 0) << path;
         EXPECT_EQ(DocumentBracket(), accepted ? "lock-unlock" : "none") << path;
-        EXPECT_EQ(dialogs.calls, accepted ? (Texts{"0:" + std::string(path) + " locked"}) : Texts{}) << path;
+        EXPECT_EQ(dialogs.calls, accepted ? (Texts{"0:" + path + " locked"}) : Texts{}) << path;
         EXPECT_EQ(U8(configuration), accepted ? "<cfg/>" : "untouched") << path;
     }
+    // With the secondary flag OK hands back the node configuration the dialog stored.
+    const WString primary = job.GetImporterConfiguration();
+    WString configuration;
+    EXPECT_EQ(engine.ConfigureForFile(&job, WTEXT("/data/a.txt"), configuration, 1), 1);
+    EXPECT_EQ(U8(configuration), "<cfg node=\"1\"/>");
+    EXPECT_EQ(job.GetImporterConfiguration(), primary);
     dialogs.answer = ModalResultCancel;
-    WString configuration = W("untouched");
+    configuration = W("untouched");
     EXPECT_EQ(engine.ConfigureForFile(&job, WTEXT("/data/a.txt"), configuration, 1), 0);
     EXPECT_EQ(engine.ConfigureForFile(nullptr, WTEXT("/data/a.txt"), configuration, 0), 0);
     EXPECT_EQ(U8(configuration), "untouched");
