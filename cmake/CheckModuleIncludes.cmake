@@ -1,0 +1,20 @@
+# Fails when a source of the module includes anything of the reference host: the module
+# sees the host only through the contract headers in host/. Run with -DSOURCE_DIR=... and
+# -DSTAMP=... (the file written when everything is clean).
+set(module_folders host platform textfile xml import export ui)
+set(offenders "")
+foreach(folder IN LISTS module_folders)
+  file(GLOB_RECURSE sources ${SOURCE_DIR}/${folder}/*.h ${SOURCE_DIR}/${folder}/*.cpp)
+  foreach(source IN LISTS sources)
+    file(STRINGS ${source} lines REGEX "^[ \t]*#[ \t]*include[ \t]*[<\"]refhost/")
+    if(lines)
+      file(RELATIVE_PATH relative ${SOURCE_DIR} ${source})
+      list(APPEND offenders "${relative}: ${lines}")
+    endif()
+  endforeach()
+endforeach()
+if(offenders)
+  list(JOIN offenders "\n  " report)
+  message(FATAL_ERROR "The module must not include the reference host:\n  ${report}")
+endif()
+file(TOUCH ${STAMP})
