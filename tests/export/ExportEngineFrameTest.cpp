@@ -28,7 +28,7 @@ CExportDefinition TwoConfigurations()
     return definition;
 }
 
-TEST(ExportEngineFrame, ConstructorGivesIdSameTextTwiceAndMask)
+TEST(ExportEngineFrame, FixedAnswersAndHostTexts)
 {
     CExportEngine_Txt engine;
     EXPECT_EQ(engine.GetEngineId(), W("EXPORT_TXT"));
@@ -36,6 +36,30 @@ TEST(ExportEngineFrame, ConstructorGivesIdSameTextTwiceAndMask)
     EXPECT_EQ(engine.GetEngineDescription(), Msg(7866));
     EXPECT_EQ(engine.GetEngineMask(), 4369u);
     EXPECT_EQ(engine.GetFileFilter(), W("TXT (*.txt)|*.txt||"));
+    const struct {
+        const char* slot;
+        int (CExportEngine_Txt::*answer)();
+        int expected;
+    } answers[] = {
+        {"3", &CExportEngine_Txt::ExportCapability3, 1},   {"7", &CExportEngine_Txt::ExportCapability7, 0},
+        {"8", &CExportEngine_Txt::ExportCapability8, 1},   {"10", &CExportEngine_Txt::ExportCapability10, 0},
+        {"11", &CExportEngine_Txt::ExportCapability11, 0}, {"12", &CExportEngine_Txt::ExportCapability12, 0},
+        {"16", &CExportEngine_Txt::ExportCapability16, 0}, {"17", &CExportEngine_Txt::ExportCapability17, 1},
+    };
+    for (const auto& answer : answers)
+        EXPECT_EQ((engine.*answer.answer)(), answer.expected) << "slot " << answer.slot;
+    WString name = W("stale");
+    engine.GetExportEntityName(name, W("Pt 7/ä").c_str());
+    EXPECT_EQ(name, W("Pt 7/ä"));
+    // Preparing reads both configurations, refuses nothing and changes nothing.
+    CExportDefinition broken;
+    broken.SetExporterConfiguration(W("<cfg").c_str());
+    EXPECT_EQ(engine.PrepareExport(&broken), 1);
+    EXPECT_EQ(broken.GetExporterConfiguration(), W("<cfg"));
+    EXPECT_EQ(broken.GetExporterConfigurationNode(), W(""));
+    EXPECT_EQ(engine.PrepareExport(nullptr), 1);
+    engine.ExportNotify13();
+    engine.ExportNotify14();
 }
 
 TEST(ExportEngineFrame, DescriptionNamesFileAndDelimiterOfTheChosenConfiguration)

@@ -55,22 +55,4 @@ TEST(ModuleEntryPoints, PluginInfoIsTheSameObjectEveryTime)
     EXPECT_EQ(Module().GetVeltoImpexPluginInfo(), info);
 }
 
-TEST(ModuleEntryPoints, EveryRegistrationAddsAFreshPairOfEngines)
-{
-    using VeltoGis::ImportExport::CImpexManager;
-    CImpexManager& manager = *CImpexManager::Instance();
-    manager.Clear();
-    Module().GetVeltoImpexPluginInfo()->RegisterEngines();
-    Module().GetVeltoImpexPluginInfo()->RegisterEngines();
-    ASSERT_EQ(manager.Importers().size(), 2u);
-    ASSERT_EQ(manager.Exporters().size(), 2u);
-    EXPECT_NE(manager.Importers()[0], manager.Importers()[1]);
-    EXPECT_NE(manager.Exporters()[0], manager.Exporters()[1]);
-    for (const auto& importer : manager.Importers())
-        EXPECT_EQ(importer->GetEngineId(), refhost::testing::W("IMPORT_TXT"));
-    for (const auto& exporter : manager.Exporters())
-        EXPECT_EQ(exporter->GetEngineId(), refhost::testing::W("EXPORT_TXT"));
-    manager.Clear();
-}
-
 } // namespace
