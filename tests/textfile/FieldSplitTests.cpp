@@ -135,30 +135,25 @@ TEST(FieldSplit, FixedPositionsGrowOneBoundaryPerLine)
     EXPECT_EQ(positions, (PositionList{3, 6, 8, 2, 11}));
 }
 
-TEST(FieldSplit, FixedPositionsOnEmptyLine)
-{
-    PositionList positions = {5, 10};
-    Fields fields;
-    EXPECT_EQ(SplitAtPositions(u"", positions, fields), 3);
-    EXPECT_EQ(fields, (Fields{u"", u"", u""}));
-}
-
-TEST(FieldSplit, FixedPositionsWithoutConfiguredPositions)
-{
-    PositionList positions;
-    Fields fields;
-    EXPECT_EQ(SplitAtPositions(u"whole line", positions, fields), 1);
-    EXPECT_EQ(fields, Fields{u"whole line"});
-}
-
 // Positions reach the host string as int: from 2^31 on they count as negative, so the field
 // is empty and the next one starts at 0 (its length still measured from the negative start).
-TEST(FieldSplit, FixedPositionsBeyondIntRangeAreNegative)
+TEST(FieldSplit, FixedPositionsOnOneLine)
 {
-    PositionList positions = {2, 0xFFFFFFFEu, 4};
-    Fields fields;
-    EXPECT_EQ(SplitAtPositions(u"abcdef", positions, fields), 4);
-    EXPECT_EQ(fields, (Fields{u"ab", u"", u"abcdef", u"ef"}));
+    const struct {
+        WString line;
+        PositionList positions;
+        Fields fields;
+    } cases[] = {
+        {u"", {5, 10}, {u"", u"", u""}},
+        {u"whole line", {}, {u"whole line"}},
+        {u"abcdef", {2, 0xFFFFFFFEu, 4}, {u"ab", u"", u"abcdef", u"ef"}},
+    };
+    for (const auto& c : cases) {
+        PositionList positions = c.positions;
+        Fields fields;
+        EXPECT_EQ(SplitAtPositions(c.line, positions, fields), static_cast<int>(c.fields.size()));
+        EXPECT_EQ(fields, c.fields);
+    }
 }
 
 TEST(FieldSplit, LimitedFixedSplitEqualsFullSplitForItsFields)

@@ -63,6 +63,8 @@ const ReadCase kReadCases[] = {
     {"Utf16LeMarkOnly", "\xFF\xFE", 0, 0, 2, {}},
     {"Utf16BeMarkOnly", "\xFE\xFF", 0, 0, 3, {}},
     {"Utf8WithMark", "\xEF\xBB\xBF" "caf\xC3\xA9\r\n", 0, 0, 4, {u"caf\u00E9"}},
+    {"Utf8EmptyLinesKept", "\xEF\xBB\xBF" "a\n\nb", 0, 0, 4, {u"a", u"", u"b"}},
+    {"Utf8CutSequenceRepeatsNothingFromTheLineBefore", "\xEF\xBB\xBF" "a\n\xC3", 0, 0, 4, {u"a", u"\uFFFD"}},
     {"FfThenOtherByteIsAnsiFromByteZero", "\xFF\x41", 0, 0, 1, {u"\u00FFA"}},
     {"SingleFfIsAnsi", "\xFF", 0, 0, 1, {u"\u00FF"}},
     {"IncompleteUtf8MarkIsAnsi", "\xEF\xBB", 0, 0, 1, {u"\u00EF\u00BB"}},
@@ -106,22 +108,13 @@ TEST(Reader, EndOfFileIsReportedAgainAndAgain)
     TextFile file;
     ASSERT_EQ(file.Open(folder.Write("a.txt", "a\n"), TextFileMode::Read, 0), 0);
     WString line = u"stale";
-    EXPECT_EQ(file.ReadLine(nullptr, line), 0);
+    bool usedDefault = true;
+    EXPECT_EQ(file.ReadLine(&usedDefault, line), 0);
+    EXPECT_FALSE(usedDefault);
     EXPECT_EQ(file.ReadLine(nullptr, line), -1);
     EXPECT_EQ(line, u"");
     EXPECT_EQ(file.ReadLine(nullptr, line), -1);
     EXPECT_FALSE(file.ReadFailed());
-}
-
-TEST(Reader, ReadLineClearsUsedDefault)
-{
-    ScratchFolder folder;
-    TextFile file;
-    ASSERT_EQ(file.Open(folder.Write("a.txt", "a"), TextFileMode::Read, 0), 0);
-    bool usedDefault = true;
-    WString line;
-    EXPECT_EQ(file.ReadLine(&usedDefault, line), 0);
-    EXPECT_FALSE(usedDefault);
 }
 
 TEST(Reader, RawDeliversBytesUnconverted)
@@ -261,13 +254,9 @@ TEST(Reader, BareReaderReportsTheEndForEverything)
     EXPECT_EQ(lines, 0u);
 }
 
-} // namespace
-
-namespace {
-
 // Lines are converted in blocks where that is possible; a NUL or a byte from 0x80 may sit
 // anywhere in a block, and pieces may end anywhere.
-TEST(Reader, NulEndsTheTextWhereverItIs)
+TEST(Reader, NulOrNonAsciiByteAnywhereInTheLine)
 {
     ScratchFolder folder;
     const std::string text = "P1234567 456789.123 5123456.789 301.250 CODE";
@@ -287,21 +276,12 @@ TEST(Reader, NulEndsTheTextWhereverItIs)
                 EXPECT_EQ(result.lines[0], Latin1(text.substr(0, at))) << "NUL at " << at << ", buffer " << bufferSize;
             }
         }
-    }
-}
-
-TEST(Reader, NonAsciiByteAnywhereInTheLine)
-{
-    ScratchFolder folder;
-    const std::string text = "P1234567 456789.123 5123456.789 301.250 CODE";
-    for (std::size_t at = 0; at <= text.size(); ++at) {
-        std::string ansi = text;
+        ansi = text;
         ansi.insert(at, "\xE9");
         std::string utf8 = text;
         utf8.insert(at, "\xC3\xA9");
-        const WString expected = Latin1(ansi);
-        EXPECT_EQ(ReadAll(folder.Write("a.txt", ansi), 1, 0, 1252).lines, std::vector<WString>{expected}) << at;
-        EXPECT_EQ(ReadAll(folder.Write("u.txt", utf8), 4).lines, std::vector<WString>{expected}) << at;
+        EXPECT_EQ(ReadAll(folder.Write("a.txt", ansi), 1, 0, 1252).lines, std::vector<WString>{Latin1(ansi)}) << at;
+        EXPECT_EQ(ReadAll(folder.Write("u.txt", utf8), 4).lines, std::vector<WString>{Latin1(ansi)}) << at;
     }
 }
 

@@ -67,28 +67,4 @@ TEST_P(Utf8DecodeTest, DecodesLine)
 INSTANTIATE_TEST_SUITE_P(Utf8Reader, Utf8DecodeTest, testing::ValuesIn(kDecodeCases),
                          [](const testing::TestParamInfo<DecodeCase>& info) { return info.param.name; });
 
-TEST(Utf8Reader, EmptyLineBetweenLinesIsEmptyString)
-{
-    ScratchFolder folder;
-    const ReadResult result = ReadAll(folder.Write("u.txt", "\xEF\xBB\xBF" "a\n\nb"), 0);
-    EXPECT_EQ(result.lines, (std::vector<WString>{u"a", u"", u"b"}));
-}
-
-TEST(Utf8Reader, PreviousCharacterDoesNotCarryAcrossLines)
-{
-    ScratchFolder folder;
-    const ReadResult result = ReadAll(folder.Write("u.txt", "\xEF\xBB\xBF" "a\n\xC3"), 0);
-    EXPECT_EQ(result.lines, (std::vector<WString>{u"a", u"\uFFFD"}));
-}
-
-TEST(Utf8Reader, SequenceSplitAcrossBufferFillsDecodesWhole)
-{
-    ScratchFolder folder;
-    const WString path = folder.Write("u.txt", "\xEF\xBB\xBF" "a\xF0\x9F\x98\x80\xE2\x82\xAC" "b\r\n");
-    for (int bufferSize = 1; bufferSize <= 12; ++bufferSize) {
-        const ReadResult result = ReadAll(path, 0, bufferSize);
-        EXPECT_EQ(result.lines, (std::vector<WString>{u"a\U0001F600\u20ACb"})) << "buffer size " << bufferSize;
-    }
-}
-
 } // namespace
