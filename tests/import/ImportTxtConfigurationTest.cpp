@@ -133,14 +133,6 @@ TEST_F(ImportTxtConfigurationTest, DelimitersComeBackOneCharacterEach)
     EXPECT_EQ(ReadBack(record).GetDelimiters(), (DelimiterList{u"\t", u";", u"a", u"b", u"\"", u"\""}));
 }
 
-TEST_F(ImportTxtConfigurationTest, PositionsAreWrittenWithATrailingSeparator)
-{
-    ImportTxtConfiguration record;
-    record.GetPositions() = {12, 25, 40};
-    EXPECT_NE(record.ToXml().find(u"colPositions=\"12\u00a425\u00a440\u00a4\""), WString::npos);
-    EXPECT_EQ(ReadBack(record).GetPositions(), (PositionList{12, 25, 40}));
-}
-
 TEST_F(ImportTxtConfigurationTest, ReadsPositionsDroppingEmptyPiecesAndNonNumbersAsZero)
 {
     const struct {
@@ -179,31 +171,32 @@ TEST_F(ImportTxtConfigurationTest, NumbersThatAreNotNumbersReadAsZero)
     EXPECT_EQ(bare.GetOnOff(), 0);
 }
 
-TEST_F(ImportTxtConfigurationTest, TextWithoutCfgLeavesTheRecordAsItWas)
+// Parse replaces every field, missing attributes included, but only when there is a cfg
+// element; Clear empties every field but the mode.
+TEST_F(ImportTxtConfigurationTest, ParseReplacesEverythingOnlyWhenThereIsACfg)
 {
-    const char16_t* texts[] = {nullptr, u"", u"not xml", u"<other/>", u"<x><cfg/></x>", u"<!-- <cfg/> -->"};
-    for (const char16_t* text : texts) {
+    const auto summary = [](const ImportTxtConfiguration& record) {
+        WString text = record.GetTxtFile() + u"|" + record.GetComments() + u"|";
+        for (const WString& delimiter : record.GetDelimiters())
+            text += delimiter;
+        for (const std::uint32_t position : record.GetPositions())
+            text += u"@" + WString(1, static_cast<WChar>(u'0' + position));
+        return text + u"|" + WString(1, static_cast<WChar>(u'0' + record.GetMode())) + u"|" +
+               WString(1, static_cast<WChar>(u'0' + record.GetColumns().size()));
+    };
+    const WString filled = u"keep.txt|#|,@3|1|1";
+    for (const WChar* text : {static_cast<const WChar*>(nullptr), u"", u"not xml", u"<other/>", u"<x><cfg/></x>",
+                              u"<!-- <cfg/> -->"}) {
         ImportTxtConfiguration record = Filled();
         EXPECT_EQ(record.Parse(text), 0);
-        EXPECT_EQ(record.GetTxtFile(), u"keep.txt");
-        EXPECT_EQ(record.GetDelimiters(), DelimiterList{u","});
-        EXPECT_EQ(record.GetComments(), u"#");
-        EXPECT_EQ(record.GetMode(), 1);
-        EXPECT_EQ(record.GetPositions(), PositionList{3});
-        EXPECT_EQ(record.GetColumns().size(), 1u);
+        EXPECT_EQ(summary(record), filled);
     }
-}
-
-TEST_F(ImportTxtConfigurationTest, ParseReplacesEveryFieldEvenWhenAttributesAreMissing)
-{
     ImportTxtConfiguration record = Filled();
     ASSERT_EQ(record.Parse(u"<cfg/>"), 1);
-    EXPECT_EQ(record.GetTxtFile(), u"");
-    EXPECT_TRUE(record.GetDelimiters().empty());
-    EXPECT_EQ(record.GetComments(), u"");
-    EXPECT_EQ(record.GetMode(), 0);
-    EXPECT_TRUE(record.GetPositions().empty());
-    EXPECT_TRUE(record.GetColumns().empty());
+    EXPECT_EQ(summary(record), u"|||0|0");
+    record = Filled();
+    record.Clear();
+    EXPECT_EQ(summary(record), u"|||1|0");
 }
 
 TEST_F(ImportTxtConfigurationTest, ColumnsKeepDocumentOrderAndDuplicates)
@@ -239,18 +232,6 @@ TEST_F(ImportTxtConfigurationTest, BrokenTextStillYieldsWhatCouldBeMatched)
     // A cfg that is never ended hands its columns to the top level, where they are not read.
     ASSERT_EQ(record.Parse(u"<cfg txtFile=\"q.txt\"><col no=\"4\"/>"), 1);
     EXPECT_EQ(record.GetTxtFile(), u"q.txt");
-    EXPECT_TRUE(record.GetColumns().empty());
-}
-
-TEST_F(ImportTxtConfigurationTest, ClearEmptiesEverythingButTheMode)
-{
-    ImportTxtConfiguration record = Filled();
-    record.Clear();
-    EXPECT_EQ(record.GetTxtFile(), u"");
-    EXPECT_TRUE(record.GetDelimiters().empty());
-    EXPECT_EQ(record.GetComments(), u"");
-    EXPECT_EQ(record.GetMode(), 1);
-    EXPECT_TRUE(record.GetPositions().empty());
     EXPECT_TRUE(record.GetColumns().empty());
 }
 
