@@ -78,28 +78,24 @@ TEST(ExportEngineFrame, DescriptionNamesFileAndDelimiterOfTheChosenConfiguration
     EXPECT_EQ(description, W(""));
 }
 
-TEST(ExportEngineFrame, PathGettersReadTheirOwnConfiguration)
+// A path set where the configuration is empty comes with the defaults; one that does not
+// parse reads as no path.
+TEST(ExportEngineFrame, FilePathsAreReadAndWrittenThroughTheirOwnConfiguration)
 {
     CExportEngine_Txt engine;
     CExportDefinition definition = TwoConfigurations();
-    CExportDefinition broken;
-    broken.SetExporterConfiguration(W("<cfg").c_str());
     EXPECT_EQ(engine.GetPrimaryFilePath(&definition), W("/data/main.txt"));
     EXPECT_EQ(engine.GetSecondaryFilePath(&definition), W("/data/node.txt"));
-    EXPECT_EQ(engine.GetPrimaryFilePath(&broken), W(""));
     EXPECT_EQ(engine.GetPrimaryFilePath(nullptr), W(""));
     EXPECT_EQ(engine.GetSecondaryFilePath(nullptr), W(""));
-}
-
-TEST(ExportEngineFrame, SettingAPathKeepsTheOtherSettingsOrWritesTheDefaults)
-{
-    CExportEngine_Txt engine;
-    CExportDefinition definition = TwoConfigurations();
     EXPECT_EQ(engine.SetPrimaryFilePath(&definition, W("/new/a & \"b\".txt").c_str()), 1);
     EXPECT_EQ(definition.GetExporterConfiguration(), ConfigurationWith("/new/a & \"b\".txt", ";"));
     EXPECT_EQ(engine.SetSecondaryFilePath(&definition, W("/new/n.txt").c_str()), 1);
     EXPECT_EQ(definition.GetExporterConfigurationNode(), ConfigurationWith("/new/n.txt", ", "));
 
+    CExportDefinition broken;
+    broken.SetExporterConfiguration(W("<cfg").c_str());
+    EXPECT_EQ(engine.GetPrimaryFilePath(&broken), W(""));
     CExportDefinition empty;
     EXPECT_EQ(engine.SetPrimaryFilePath(&empty, W("/out.txt").c_str()), 1);
     EXPECT_EQ(empty.GetExporterConfiguration(), ConfigurationFor(W("/out.txt")));
