@@ -36,7 +36,7 @@ TEST(BadInput, HundredMegabyteLines)
         WString line;
         ASSERT_EQ(file.ReadLine(nullptr, line), 0);
         EXPECT_EQ(line.size(), utf16 ? kHugeLine / 2 : kHugeLine);
-        EXPECT_EQ(line.find_first_not_of(utf16 ? u'y' : u'x'), WString::npos);
+        EXPECT_EQ(line.find_first_not_of(utf16 ? WTEXT('y') : WTEXT('x')), WString::npos);
         ASSERT_EQ(file.ReadLine(nullptr, line), 0);
         EXPECT_EQ(line, WTEXT("e"));
         EXPECT_EQ(file.ReadLine(nullptr, line), -1);
@@ -73,7 +73,7 @@ TEST(BadInput, KuhnUtf8StressTestReadsEveryLine)
         const ReadResult result = ReadAll(FromUtf8(path), TextEncoding::Utf8, bufferSize);
         EXPECT_EQ(result.lines.size(), lineFeeds + (bytes.back() == '\n' ? 0 : 1));
         EXPECT_EQ(result.counted, result.lines.size());
-        EXPECT_EQ(result.lines[0], u"UTF-8 decoder capability and stress test");
+        EXPECT_EQ(result.lines[0], WTEXT("UTF-8 decoder capability and stress test"));
     }
 }
 

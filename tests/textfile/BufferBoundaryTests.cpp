@@ -12,8 +12,8 @@ using namespace textfile_testing;
 namespace {
 
 // Characters every test encoding can hold (1252 has é and €); no CR, no NUL.
-const WString kAlphabet = u"abcXYZ 0123456789,.;\t\u00E9\u20AC";
-const WString kWideOnly = u"\u3042\U0001F600";
+const WString kAlphabet = WTEXT("abcXYZ 0123456789,.;\t\u00E9\u20AC");
+const WString kWideOnly = WTEXT("\u3042\U0001F600");
 
 struct Encoded {
     std::uint32_t flags;
@@ -24,7 +24,7 @@ void AppendUnit(std::string& out, WChar unit, int encoding)
 {
     switch (encoding) {
     case 1: // the test alphabet in 1252
-        out += unit == u'\u00E9' ? '\xE9' : unit == u'\u20AC' ? '\x80' : static_cast<char>(unit);
+        out += unit == WTEXT('\u00E9') ? '\xE9' : unit == WTEXT('\u20AC') ? '\x80' : static_cast<char>(unit);
         break;
     case 2:
         out += static_cast<char>(unit & 0xFF);
@@ -45,7 +45,7 @@ std::string EncodeFile(const std::vector<WString>& lines, const std::vector<bool
     for (std::size_t i = 0; i < lines.size(); ++i) {
         WString text = lines[i];
         if (i + 1 < lines.size() || endLast)
-            text += crlf[i] ? u"\r\n" : u"\n";
+            text += crlf[i] ? WTEXT("\r\n") : WTEXT("\n");
         if (encoding == 4)
             out += ToUtf8(text);
         else
@@ -87,7 +87,7 @@ TEST(BufferBoundaries, LinesAreNeitherLostNorDuplicatedAtAnyBufferSize)
         }
         for (bool endLast : {true, false}) {
             if (!endLast && lines.back().empty())
-                lines.back() = u"last";
+                lines.back() = WTEXT("last");
             const WString path = folder.Write("lines.txt", EncodeFile(lines, crlf, endLast, encoding));
             for (int bufferSize : BufferSizes()) {
                 const ReadResult result = ReadAll(path, 0, bufferSize, 1252);
@@ -134,7 +134,7 @@ TEST(BufferBoundaries, LoneCrIsLostOnlyAtTheEndOfAFill)
     for (int bufferSize = 1; bufferSize <= 8; ++bufferSize) {
         const ReadResult result = ReadAll(path, 0, bufferSize);
         const bool crEndsAFill = bufferSize == 1 || bufferSize == 3;
-        EXPECT_EQ(result.lines, std::vector<WString>{crEndsAFill ? u"abcd" : u"ab\rcd"}) << "buffer size " << bufferSize;
+        EXPECT_EQ(result.lines, std::vector<WString>{crEndsAFill ? WTEXT("abcd") : WTEXT("ab\rcd")}) << "buffer size " << bufferSize;
     }
 }
 

@@ -101,14 +101,14 @@ TEST_F(Failures, ReadFailureWhileReadingLines)
         WString line;
         Platform::Faults::FailReads(1, 1);
         EXPECT_EQ(file.ReadLine(nullptr, line), 0) << "encoding " << encoding;
-        EXPECT_EQ(line, u"a");
+        EXPECT_EQ(line, WTEXT("a"));
         EXPECT_TRUE(file.ReadFailed());
         Platform::Faults::FailReads(1);
         EXPECT_EQ(file.ReadLine(nullptr, line), -1);
-        EXPECT_EQ(line, u"");
+        EXPECT_EQ(line, WTEXT(""));
         // The failure is not sticky: the next read goes on where the file stands.
         EXPECT_EQ(file.ReadLine(nullptr, line), 0);
-        EXPECT_EQ(line, u"b");
+        EXPECT_EQ(line, WTEXT("b"));
     }
 }
 
@@ -146,8 +146,8 @@ TEST_F(Failures, WriteFailureIsReportedByTheWriteAndByClose)
     TextFile file;
     ASSERT_EQ(file.Open(folder_.WidePath("w.txt"), TextFileMode::Write, 4, 4), 0);
     Platform::Faults::FailWritesAfter(10);
-    EXPECT_EQ(file.WriteString(nullptr, u"0123"), 0);
-    EXPECT_EQ(file.WriteString(nullptr, u"456789abcdef"), -2);
+    EXPECT_EQ(file.WriteString(nullptr, WTEXT("0123")), 0);
+    EXPECT_EQ(file.WriteString(nullptr, WTEXT("456789abcdef")), -2);
     EXPECT_EQ(Platform::LastError(), ENOSPC);
     EXPECT_EQ(file.Close(), -2);
     EXPECT_EQ(ReadBytes(folder_.Path("w.txt")), "\xEF\xBB\xBF" "0123456");
@@ -158,7 +158,7 @@ TEST_F(Failures, WriteFailureAtCloseOnly)
     TextFile file;
     ASSERT_EQ(file.Open(folder_.WidePath("w.txt"), TextFileMode::Write, 1), 0);
     Platform::Faults::FailWritesAfter(2);
-    EXPECT_EQ(file.WriteString(nullptr, u"abc"), 0);
+    EXPECT_EQ(file.WriteString(nullptr, WTEXT("abc")), 0);
     EXPECT_EQ(file.Close(), -2);
     EXPECT_EQ(ReadBytes(folder_.Path("w.txt")), "ab");
 }
@@ -168,9 +168,9 @@ TEST_F(Failures, MarkThatCannotBeWrittenIsTriedAgain)
     TextFile file;
     ASSERT_EQ(file.Open(folder_.WidePath("w.txt"), TextFileMode::Write, 2, 1), 0);
     Platform::Faults::FailWritesAfter(0);
-    EXPECT_EQ(file.WriteString(nullptr, u"a"), -2);
+    EXPECT_EQ(file.WriteString(nullptr, WTEXT("a")), -2);
     Platform::Faults::ClearFaults();
-    EXPECT_EQ(file.WriteString(nullptr, u"a"), 0);
+    EXPECT_EQ(file.WriteString(nullptr, WTEXT("a")), 0);
     EXPECT_EQ(file.Close(), -2); // the earlier failure is not forgotten
     EXPECT_EQ(ReadBytes(folder_.Path("w.txt")), "\xFF\xFE" "a\0"s);
 }
