@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-
 using namespace exporttest;
 using namespace std::string_literals;
 using refhost::testing::MakeExportDefinition;
@@ -19,98 +17,67 @@ namespace {
 class EntityWriters : public ::testing::TestWithParam<Writer> {
 protected:
     // Exports the rows to out.txt through binds to the targets; returns the writer's result.
-    int Export(const std::vector<std::string>& targets, const std::vector<Row>& rows, const Settings& settings = {})
+    int Export(const std::vector<std::string>& targets, const std::vector<Row>& rows, const Settings& settings = {},
+               const std::string& file = "out.txt")
     {
         CExportDefinition definition = MakeExportDefinition(
-            GetParam().entityType, ConfigurationFor(dir.FilePath("out.txt"), settings), BindsTo(targets));
+            GetParam().entityType, ConfigurationFor(dir.FilePath(file), settings), BindsTo(targets));
         return GetParam().run(engine, &definition, rows);
     }
-    std::string Written() { return dir.ReadFile("out.txt"); }
+    std::string Written(const std::string& file = "out.txt") { return dir.ReadFile(file); }
 
     TempDir dir;
     ScriptedDialogs dialogs;
     CExportEngine_Txt engine;
 };
 
-TEST_P(EntityWriters, DefaultConfigurationWritesHeaderAndTabbedAnsiLines)
-{
-    EXPECT_EQ(Export({"X", "Y"}, {{1, 2}}), 1);
-    EXPECT_EQ(Written(), "#X\tY\r\n1\t2\r\n");
-    EXPECT_TRUE(dialogs.askedPaths.empty()) << "a new file needs no question";
-}
+// One export and the exact bytes it leaves in the file.
+struct ByteCase {
+    const char* name;
+    Settings settings;
+    std::vector<std::string> targets;
+    std::vector<Row> rows;
+    std::optional<std::string> existing; // the file before, when there is one
+    int fileChoice;
+    std::string bytes;
+};
 
-TEST_P(EntityWriters, AnyNonZeroFormatStartsWithMarkAndWritesLittleEndianUnits)
+const std::string kUtf16Lines = "\xFF\xFE#\0X\0\t\0Y\0\r\0\n\0" "1\0\t\0" "2\0\r\0\n\0"s;
+const std::string kUtf16Before = "\xFF\xFE" "a\0\r\0\n\0"s;
+
+const ByteCase kByteCases[] = {
+    {"DefaultsGiveHeaderAndTabbedAnsiLines", {}, {"X", "Y"}, {{1, 2}}, {}, FileChoiceOverwrite, "#X\tY\r\n1\t2\r\n"},
+    {"FormatOneIsUtf16LeWithMark", {"#", "\t", 1, 1}, {"X", "Y"}, {{1, 2}}, {}, FileChoiceOverwrite, kUtf16Lines},
+    {"AnyNonZeroFormatIsUtf16Le", {"#", "\t", 1, 2}, {"X", "Y"}, {{1, 2}}, {}, FileChoiceOverwrite, kUtf16Lines},
+    {"NegativeFormatIsUtf16Le", {"#", "\t", 1, -1}, {"X", "Y"}, {{1, 2}}, {}, FileChoiceOverwrite, kUtf16Lines},
+    {"NullValuesLeaveTheirFieldEmpty", {"//", " ;; ", 1, 0}, {"A", "B", "C"},
+     {{Cell(), "b", "c"}, {"a", Cell(), "c"}, {"a", "b", Cell()}, {Cell(), Cell(), Cell()}}, {}, FileChoiceOverwrite,
+     "//A ;; B ;; C\r\n ;; b ;; c\r\na ;;  ;; c\r\na ;; b ;; \r\n ;;  ;; \r\n"},
+    {"ValuesAreNeitherQuotedNorEscaped", {}, {"A", "B"}, {{"x\ty", "\"q\""}, {"two\nlines", -7}}, {},
+     FileChoiceOverwrite, "#A\tB\r\nx\ty\t\"q\"\r\ntwo\r\nlines\t-7\r\n"},
+    {"NoEntitiesWriteTheHeaderAlone", {}, {"A", "B"}, {}, {}, FileChoiceOverwrite, "#A\tB\r\n"},
+    {"NoEntitiesAndNoHeaderEmptyAnOverwrittenFile", {"#", "\t", 0, 0}, {"A"}, {}, "old content\r\n",
+     FileChoiceOverwrite, ""},
+    {"AppendingWritesTheHeaderAgainWithoutASecondMark", {"#", "\t", 1, 1}, {"X"}, {{5}}, kUtf16Before,
+     FileChoiceAppend, kUtf16Before + "#\0X\0\r\0\n\0" "5\0\r\0\n\0"s},
+    {"AppendingToAnEmptyFileStartsWithTheMark", {"#", "\t", 1, 1}, {"X"}, {{5}}, "", FileChoiceAppend,
+     "\xFF\xFE#\0X\0\r\0\n\0" "5\0\r\0\n\0"s},
+};
+
+TEST_P(EntityWriters, WriteTheBytesOfEachCase)
 {
-    for (const int format : {1, 2, -1}) {
-        Settings utf16;
-        utf16.format = format;
-        EXPECT_EQ(Export({"X", "Y"}, {{1, 2}}, utf16), 1);
-        EXPECT_EQ(Written(), "\xFF\xFE#\0X\0\t\0Y\0\r\0\n\0"
-                             "1\0\t\0"
-                             "2\0\r\0\n\0"s)
-            << "format " << format;
-        std::remove((dir.Path() + "/out.txt").c_str()); // a new file each time: no question
+    for (const ByteCase& c : kByteCases) {
+        SCOPED_TRACE(c.name);
+        const std::string file = std::string(c.name) + ".txt";
+        dialogs.askedPaths.clear();
+        dialogs.fileChoice = c.fileChoice;
+        if (c.existing)
+            dir.WriteFile(file, *c.existing);
+        EXPECT_EQ(Export(c.targets, c.rows, c.settings, file), 1);
+        EXPECT_EQ(Written(file), c.bytes);
+        // Only a file that is already there needs a question.
+        EXPECT_EQ(dialogs.askedPaths, c.existing ? std::vector<WString>{dir.FilePath(file)} : std::vector<WString>{});
     }
-}
-
-TEST_P(EntityWriters, NullValuesLeaveTheirFieldEmptyBetweenMultiCharacterDelimiters)
-{
-    Settings settings;
-    settings.comment = "//";
-    settings.delimiter = " ;; ";
-    const std::vector<Row> rows = {{Cell(), "b", "c"}, {"a", Cell(), "c"}, {"a", "b", Cell()}, {Cell(), Cell(), Cell()}};
-    EXPECT_EQ(Export({"A", "B", "C"}, rows, settings), 1);
-    EXPECT_EQ(Written(), "//A ;; B ;; C\r\n"
-                         " ;; b ;; c\r\n"
-                         "a ;;  ;; c\r\n"
-                         "a ;; b ;; \r\n"
-                         " ;;  ;; \r\n");
-}
-
-TEST_P(EntityWriters, ValuesAreWrittenUnquotedAndUnescaped)
-{
-    EXPECT_EQ(Export({"A", "B"}, {{"x\ty", "\"q\""}, {"two\nlines", -7}}), 1);
-    EXPECT_EQ(Written(), "#A\tB\r\n"
-                         "x\ty\t\"q\"\r\n"
-                         "two\r\nlines\t-7\r\n");
-}
-
-TEST_P(EntityWriters, NoEntitiesWriteTheHeaderAlone)
-{
-    EXPECT_EQ(Export({"A", "B"}, {}), 1);
-    EXPECT_EQ(Written(), "#A\tB\r\n");
-}
-
-TEST_P(EntityWriters, NoEntitiesAndNoHeaderEmptyAFileChosenForOverwrite)
-{
-    dir.WriteFile("out.txt", "old content\r\n");
-    Settings settings;
-    settings.header = 0;
-    EXPECT_EQ(Export({"A"}, {}, settings), 1);
-    EXPECT_EQ(Written(), "");
-    ASSERT_EQ(dialogs.askedPaths.size(), 1u);
-    EXPECT_EQ(dialogs.askedPaths[0], dir.FilePath("out.txt"));
-}
-
-TEST_P(EntityWriters, AppendToNonEmptyFileWritesHeaderAgainWithoutSecondMark)
-{
-    const std::string before = "\xFF\xFE" "a\0\r\0\n\0"s;
-    dir.WriteFile("out.txt", before);
-    dialogs.fileChoice = FileChoiceAppend;
-    Settings utf16;
-    utf16.format = 1;
-    EXPECT_EQ(Export({"X"}, {{5}}, utf16), 1);
-    EXPECT_EQ(Written(), before + "#\0X\0\r\0\n\0" "5\0\r\0\n\0"s);
-}
-
-TEST_P(EntityWriters, AppendToEmptyFileStartsWithTheMark)
-{
-    dir.WriteFile("out.txt", "");
-    dialogs.fileChoice = FileChoiceAppend;
-    Settings utf16;
-    utf16.format = 1;
-    EXPECT_EQ(Export({"X"}, {{5}}, utf16), 1);
-    EXPECT_EQ(Written(), "\xFF\xFE#\0X\0\r\0\n\0" "5\0\r\0\n\0"s);
 }
 
 TEST_P(EntityWriters, OtherEntityTypeUsesTheNodeConfigurationAndBinds)
@@ -142,35 +109,25 @@ TEST_P(EntityWriters, ExportTransformChangesOnlyTheWrittenValue)
     EXPECT_EQ(calls, 1) << "a null value is not transformed";
 }
 
-TEST_P(EntityWriters, ProgressBarCountsEntitiesAndIsGivenBack)
+// Without a definition nothing is shown at all.
+TEST_P(EntityWriters, ProgressBarCountsEntitiesFromZeroAndIsGivenBack)
 {
-    CCoreProgressBar& bar = *CCoreProgressBar::Instance();
-    bar.StartRecording();
-    EXPECT_EQ(Export({"A"}, {{"1"}, {"2"}, {"3"}}), 1);
-    bar.StopRecording();
     using Kind = CCoreProgressBar::CallKind;
-    const auto& calls = bar.RecordedCalls();
-    ASSERT_EQ(calls.size(), 7u);
-    EXPECT_EQ(calls[0].kind, Kind::SaveState);
-    EXPECT_EQ(calls[1].kind, Kind::Show);
-    EXPECT_EQ(calls[1].text, VeltoGis::CModuleConfiguration::Instance()->GetMsg(4048));
-    EXPECT_EQ(calls[1].value, 0);
-    EXPECT_EQ(calls[1].upper, 3);
-    for (int entity = 0; entity < 3; ++entity) {
-        EXPECT_EQ(calls[2 + entity].kind, Kind::SetPosition);
-        EXPECT_EQ(calls[2 + entity].value, entity);
-    }
-    EXPECT_EQ(calls[5].kind, Kind::RestoreState);
-    EXPECT_EQ(calls[6].kind, Kind::Hide);
-}
-
-TEST_P(EntityWriters, WithoutDefinitionNothingHappens)
-{
     CCoreProgressBar& bar = *CCoreProgressBar::Instance();
     bar.StartRecording();
     EXPECT_EQ(GetParam().run(engine, nullptr, {{"1"}}), 0);
-    bar.StopRecording();
     EXPECT_TRUE(bar.RecordedCalls().empty());
+    EXPECT_EQ(Export({"A"}, {{"1"}, {"2"}, {"3"}}), 1);
+    bar.StopRecording();
+    std::vector<std::pair<Kind, int>> calls;
+    for (const auto& call : bar.RecordedCalls())
+        calls.emplace_back(call.kind, call.value);
+    EXPECT_EQ(calls, (std::vector<std::pair<Kind, int>>{{Kind::SaveState, 0}, {Kind::Show, 0}, {Kind::SetPosition, 0},
+                                                        {Kind::SetPosition, 1}, {Kind::SetPosition, 2},
+                                                        {Kind::RestoreState, 0}, {Kind::Hide, 0}}));
+    ASSERT_EQ(calls.size(), 7u);
+    EXPECT_EQ(bar.RecordedCalls()[1].text, VeltoGis::CModuleConfiguration::Instance()->GetMsg(4048));
+    EXPECT_EQ(bar.RecordedCalls()[1].upper, 3);
 }
 
 INSTANTIATE_TEST_SUITE_P(EachWriter, EntityWriters, ::testing::ValuesIn(AllWriters()),
@@ -190,24 +147,21 @@ protected:
     CExportEngine_Txt engine;
 };
 
-TEST_F(SingleWriter, PointsWithFewerValuesThanBindsGetEmptyFields)
-{
-    CExportDefinition definition = Job(VeltoGis::EntityTypePoint, {"A", "B", "C"});
-    ImpexEntityList entities = EntityList({{"a"}, {}, {"a", "b", "c", "d"}}, false);
-    entities.push_back(nullptr);
-    EXPECT_EQ(engine.ExportPoints(&definition, entities), 1);
-    EXPECT_EQ(dir.ReadFile("out.txt"), "#A\tB\tC\r\na\t\t\r\n\t\t\r\na\tb\tc\r\n\t\t\r\n");
-}
-
-TEST_F(SingleWriter, PointsDoNotNeedSourceDefinitionsAndEmptyBindsKeepTheirColumn)
+// Values are taken by position, whatever the bind: one without a source definition, an empty
+// one (whose column stays, unnamed), an entity with too few values or none at all. The
+// framework expects each value to be transformed where it stands, in the entity.
+TEST_F(SingleWriter, PointsTakeValuesByPositionAndTransformThemInPlace)
 {
     CExportDefinition definition = Job(VeltoGis::EntityTypePoint, {"A", "B", "C"});
     auto& binds = definition.GetDBCollection()->GetDataBindCollection();
     binds[0]->SetSourceDataDefinition(nullptr);
     binds[1].reset();
-    ImpexEntityList entities = EntityList({{"a", "b", "c"}}, false);
+    binds[2]->SetExportTransform([](CDataBox& value) { value.SetValue(42); });
+    ImpexEntityList entities = EntityList({{"a"}, {}, {"a", "b", "c", "d"}}, false);
+    entities.push_back(nullptr);
     EXPECT_EQ(engine.ExportPoints(&definition, entities), 1);
-    EXPECT_EQ(dir.ReadFile("out.txt"), "#A\t\tC\r\na\tb\tc\r\n");
+    EXPECT_EQ(dir.ReadFile("out.txt"), "#A\t\tC\r\na\t\t\r\n\t\t\r\na\tb\t42\r\n\t\t\r\n");
+    EXPECT_EQ(static_cast<WString>(*(*entities[2]->GetData())[2]), W("42"));
 }
 
 TEST_F(SingleWriter, PolygonsWithFewerValuesThanBindsThrowAfterTheLinesBefore)
@@ -240,26 +194,8 @@ TEST_F(SingleWriter, LinesReadFieldsFromTheDrawingAndLeaveUnknownFieldsEmpty)
     binds[1]->SetSourceDataDefinition(unknown);
     EXPECT_EQ(engine.ExportLines(&definition, container), 1);
     EXPECT_EQ(dir.ReadFile("out.txt"), "#A\tB\r\na\t\r\n\t\r\n\t\r\n");
-}
-
-TEST_F(SingleWriter, LinesWithoutContainerWriteTheHeaderAlone)
-{
-    CExportDefinition definition = Job(VeltoGis::EntityTypeLine, {"A"});
     EXPECT_EQ(engine.ExportLines(&definition, nullptr), 1);
-    EXPECT_EQ(dir.ReadFile("out.txt"), "#A\r\n");
-}
-
-// The framework hands the writers entities built for this export and expects each value to
-// be transformed where it stands.
-TEST_F(SingleWriter, ExportTransformWorksOnTheEntitysValueInPlace)
-{
-    CExportDefinition definition = Job(VeltoGis::EntityTypePoint, {"A"});
-    definition.GetDBCollection()->GetDataBindCollection()[0]->SetExportTransform(
-        [](CDataBox& value) { value.SetValue(42); });
-    ImpexEntityList entities = EntityList({{"a"}}, false);
-    EXPECT_EQ(engine.ExportPoints(&definition, entities), 1);
-    EXPECT_EQ(dir.ReadFile("out.txt"), "#A\r\n42\r\n");
-    EXPECT_EQ(static_cast<WString>(*(*entities[0]->GetData())[0]), W("42"));
+    EXPECT_EQ(dir.ReadFile("out.txt"), "#A\tB\r\n") << "no container: the header alone";
 }
 
 } // namespace

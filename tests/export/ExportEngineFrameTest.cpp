@@ -28,7 +28,7 @@ CExportDefinition TwoConfigurations()
     return definition;
 }
 
-TEST(ExportEngineFrame, ConstructorGivesIdSameTextTwiceAndMask)
+TEST(ExportEngineFrame, FixedAnswersAndHostTexts)
 {
     CExportEngine_Txt engine;
     EXPECT_EQ(engine.GetEngineId(), W("EXPORT_TXT"));
@@ -36,11 +36,28 @@ TEST(ExportEngineFrame, ConstructorGivesIdSameTextTwiceAndMask)
     EXPECT_EQ(engine.GetEngineDescription(), Msg(7866));
     EXPECT_EQ(engine.GetEngineMask(), 4369u);
     EXPECT_EQ(engine.GetFileFilter(), W("TXT (*.txt)|*.txt||"));
-    // The framework's fixed questions, slot by slot: 3, 7, 8, 10, 11, 12, 16, 17.
-    EXPECT_EQ((std::vector<int>{engine.ExportCapability3(), engine.ExportCapability7(), engine.ExportCapability8(),
-                                engine.ExportCapability10(), engine.ExportCapability11(), engine.ExportCapability12(),
-                                engine.ExportCapability16(), engine.ExportCapability17()}),
-              (std::vector<int>{1, 0, 1, 0, 0, 0, 0, 1}));
+    const struct {
+        const char* slot;
+        int (CExportEngine_Txt::*answer)();
+        int expected;
+    } answers[] = {
+        {"3", &CExportEngine_Txt::ExportCapability3, 1},   {"7", &CExportEngine_Txt::ExportCapability7, 0},
+        {"8", &CExportEngine_Txt::ExportCapability8, 1},   {"10", &CExportEngine_Txt::ExportCapability10, 0},
+        {"11", &CExportEngine_Txt::ExportCapability11, 0}, {"12", &CExportEngine_Txt::ExportCapability12, 0},
+        {"16", &CExportEngine_Txt::ExportCapability16, 0}, {"17", &CExportEngine_Txt::ExportCapability17, 1},
+    };
+    for (const auto& answer : answers)
+        EXPECT_EQ((engine.*answer.answer)(), answer.expected) << "slot " << answer.slot;
+    WString name = W("stale");
+    engine.GetExportEntityName(name, W("Pt 7/ä").c_str());
+    EXPECT_EQ(name, W("Pt 7/ä"));
+    // Preparing reads both configurations, refuses nothing and changes nothing.
+    CExportDefinition broken;
+    broken.SetExporterConfiguration(W("<cfg").c_str());
+    EXPECT_EQ(engine.PrepareExport(&broken), 1);
+    EXPECT_EQ(broken.GetExporterConfiguration(), W("<cfg"));
+    EXPECT_EQ(broken.GetExporterConfigurationNode(), W(""));
+    EXPECT_EQ(engine.PrepareExport(nullptr), 1);
     engine.ExportNotify13();
     engine.ExportNotify14();
 }
@@ -61,28 +78,24 @@ TEST(ExportEngineFrame, DescriptionNamesFileAndDelimiterOfTheChosenConfiguration
     EXPECT_EQ(description, W(""));
 }
 
-TEST(ExportEngineFrame, PathGettersReadTheirOwnConfiguration)
+// A path set where the configuration is empty comes with the defaults; one that does not
+// parse reads as no path.
+TEST(ExportEngineFrame, FilePathsAreReadAndWrittenThroughTheirOwnConfiguration)
 {
     CExportEngine_Txt engine;
     CExportDefinition definition = TwoConfigurations();
-    CExportDefinition broken;
-    broken.SetExporterConfiguration(W("<cfg").c_str());
     EXPECT_EQ(engine.GetPrimaryFilePath(&definition), W("/data/main.txt"));
     EXPECT_EQ(engine.GetSecondaryFilePath(&definition), W("/data/node.txt"));
-    EXPECT_EQ(engine.GetPrimaryFilePath(&broken), W(""));
     EXPECT_EQ(engine.GetPrimaryFilePath(nullptr), W(""));
     EXPECT_EQ(engine.GetSecondaryFilePath(nullptr), W(""));
-}
-
-TEST(ExportEngineFrame, SettingAPathKeepsTheOtherSettingsOrWritesTheDefaults)
-{
-    CExportEngine_Txt engine;
-    CExportDefinition definition = TwoConfigurations();
     EXPECT_EQ(engine.SetPrimaryFilePath(&definition, W("/new/a & \"b\".txt").c_str()), 1);
     EXPECT_EQ(definition.GetExporterConfiguration(), ConfigurationWith("/new/a & \"b\".txt", ";"));
     EXPECT_EQ(engine.SetSecondaryFilePath(&definition, W("/new/n.txt").c_str()), 1);
     EXPECT_EQ(definition.GetExporterConfigurationNode(), ConfigurationWith("/new/n.txt", ", "));
 
+    CExportDefinition broken;
+    broken.SetExporterConfiguration(W("<cfg").c_str());
+    EXPECT_EQ(engine.GetPrimaryFilePath(&broken), W(""));
     CExportDefinition empty;
     EXPECT_EQ(engine.SetPrimaryFilePath(&empty, W("/out.txt").c_str()), 1);
     EXPECT_EQ(empty.GetExporterConfiguration(), ConfigurationFor(W("/out.txt")));

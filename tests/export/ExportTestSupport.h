@@ -14,6 +14,7 @@
 #include <boost/make_shared.hpp>
 #include <functional>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -102,6 +103,7 @@ struct Writer {
     // Exports the rows; the bind at column i reads the source field "s<i>".
     std::function<int(CExportEngine_Txt&, CExportDefinition*, const std::vector<Row>&)> run;
 };
+inline void PrintTo(const Writer& writer, std::ostream* os) { *os << writer.name; }
 
 inline ImpexEntityList EntityList(const std::vector<Row>& rows, bool polygons)
 {

@@ -3,6 +3,8 @@
 #include "refhost/CadShimRecording.h"
 #include "ui/DialogFactory.h"
 
+#include <cctype>
+
 using namespace importtest;
 using namespace VeltoGis::ImportExport;
 
@@ -22,9 +24,9 @@ public:
         const bool locked = CadShim::DocumentManagerCalls().size() == 1;
         calls.push_back(std::to_string(secondary) + ":" + (filePath ? U8(filePath) : "-") + (locked ? " locked" : ""));
         if (answer == ModalResultOk && secondary)
-            definition->SetImporterConfigurationNode(WTEXT("<cfg node=\"1\"/>"));
+            definition->SetImporterConfigurationNode(WTEXT("<cfg txtFile=\"node\"/>"));
         else if (answer == ModalResultOk)
-            definition->SetImporterConfiguration(WTEXT("<cfg/>"));
+            definition->SetImporterConfiguration(WTEXT("<cfg txtFile=\"primary\"/>"));
         return answer;
     }
     int RunExportConfiguration(CExportDefinition*, int) override { return ModalResultCancel; }
@@ -128,7 +130,7 @@ TEST_F(ImportEngineFrame, ConfigureRunsTheDialogWithTheDocumentLocked)
 {
     EXPECT_EQ(engine.Configure(&job, 1), 1);
     EXPECT_EQ(DocumentBracket(), "lock-unlock");
-    EXPECT_EQ(U8(job.GetImporterConfigurationNode()), "<cfg node=\"1\"/>");
+    EXPECT_EQ(U8(job.GetImporterConfigurationNode()), "<cfg txtFile=\"node\"/>");
     CadShim::ClearRecordings();
     dialogs.answer = ModalResultCancel;
     EXPECT_EQ(engine.Configure(&job, 0), 0);
@@ -139,22 +141,19 @@ TEST_F(ImportEngineFrame, ConfigureRunsTheDialogWithTheDocumentLocked)
     EXPECT_EQ(DocumentBracket(), "none");
 }
 
-TEST_F(ImportEngineFrame, ConfigureForFileAcceptsOnlyKnownExtensions)
+TEST_F(ImportEngineFrame, ConfigureForFileAcceptsOnlyKnownExtensionsInAnyCase)
 {
-    // The thirteen accepted extensions in any case; the text after the last dot anywhere in
-    // the path is the extension.
     std::vector<std::pair<std::string, bool>> cases;
-    for (const char* extension : {"txt", "toc", "pt", "uzd", "xyz", "kol", "niv", "kr", "okn", "pad", "sys", "ter",
-                                  "vnv"}) {
-        std::string upper = extension;
-        for (char& c : upper)
-            c = static_cast<char>(c - 'a' + 'A');
-        cases.push_back({std::string("/data/a.") + extension, true});
-        cases.push_back({std::string("c:\\m\\A.") + upper, true});
+    for (std::string extension : {"txt", "toc", "pt", "uzd", "xyz", "kol", "niv", "kr", "okn", "pad", "sys", "ter", "vnv"}) {
+        cases.emplace_back("/data/a." + extension, true);
+        for (char& c : extension)
+            c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+        cases.emplace_back("c:\\m\\A." + extension, true);
     }
+    // The text after the last dot anywhere in the path is the extension.
     for (const char* refused : {"/data/a.csv", "/data/survey", "/d.txt/survey", "/data/a.txt.bak", "/data/a.", "",
-                                "/data/a.txtx", "/data/a.tx"})
-        cases.push_back({refused, false});
+                                "/data/a.tx", "/data/a.txtx"})
+        cases.emplace_back(refused, false);
     for (const auto& [path, accepted] : cases) {
         CadShim::ClearRecordings();
         dialogs.calls.clear();
@@ -162,17 +161,23 @@ TEST_F(ImportEngineFrame, ConfigureForFileAcceptsOnlyKnownExtensions)
         EXPECT_EQ(engine.ConfigureForFile(&job, W(path).c_str(), configuration, 0), accepted ? 1 : 0) << path;
         EXPECT_EQ(DocumentBracket(), accepted ? "lock-unlock" : "none") << path;
         EXPECT_EQ(dialogs.calls, accepted ? (Texts{"0:" + path + " locked"}) : Texts{}) << path;
-        EXPECT_EQ(U8(configuration), accepted ? "<cfg/>" : "untouched") << path;
+        EXPECT_EQ(U8(configuration), accepted ? "<cfg txtFile=\"primary\"/>" : "untouched") << path;
     }
-    // With the secondary flag OK hands back the node configuration the dialog stored.
+}
+
+// On OK the configuration the dialog stored is handed back: the node one for the secondary file.
+TEST_F(ImportEngineFrame, ConfigureForFileHandsBackTheChosenConfigurationOnlyOnOk)
+{
     const WString primary = job.GetImporterConfiguration();
     WString configuration;
-    EXPECT_EQ(engine.ConfigureForFile(&job, WTEXT("/data/a.txt"), configuration, 1), 1);
-    EXPECT_EQ(U8(configuration), "<cfg node=\"1\"/>");
+    EXPECT_EQ(engine.ConfigureForFile(&job, WTEXT("/data/nodes.xyz"), configuration, 2), 1);
+    EXPECT_EQ(U8(configuration), "<cfg txtFile=\"node\"/>");
     EXPECT_EQ(job.GetImporterConfiguration(), primary);
     dialogs.answer = ModalResultCancel;
+    CadShim::ClearRecordings();
     configuration = W("untouched");
     EXPECT_EQ(engine.ConfigureForFile(&job, WTEXT("/data/a.txt"), configuration, 1), 0);
     EXPECT_EQ(engine.ConfigureForFile(nullptr, WTEXT("/data/a.txt"), configuration, 0), 0);
     EXPECT_EQ(U8(configuration), "untouched");
+    EXPECT_EQ(dialogs.calls, (Texts{"2:/data/nodes.xyz locked", "1:/data/a.txt locked"}));
 }

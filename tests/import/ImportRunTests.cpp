@@ -38,12 +38,16 @@ TEST_F(ImportRun, ProgressCountsEveryLineAndAdvancesBeforeEachRead)
     VeltoGis::Utility::CCoreProgressBar::Instance()->StartRecording();
     engine.ImportTableRows(job.GetImporterConfiguration().c_str(), boost::make_shared<CDBTable>(), 2);
     EXPECT_EQ(ProgressCalls(), (Texts{rows, "pos:1", "pos:2", "hide", "restore"}));
-    VeltoGis::Utility::CCoreProgressBar::Instance()->StartRecording();
-    engine.ImportLinkedTableRows(job.GetImporterConfiguration().c_str(), boost::make_shared<CDBTable>(), KeySet{});
-    EXPECT_EQ(ProgressCalls(), (Texts{rows, "pos:1", "pos:2", "pos:3", "pos:4", "pos:5", "hide", "restore"}));
-    VeltoGis::Utility::CCoreProgressBar::Instance()->StartRecording();
-    engine.UpdateLinkedTableRows(job.GetImporterConfiguration().c_str(), boost::make_shared<CDBTable>(), nullptr);
-    EXPECT_EQ(ProgressCalls(), (Texts{rows, "pos:1", "pos:2", "pos:3", "pos:4", "pos:5", "hide", "restore"}));
+    const VeltoGis::Data::CDataBox zero(WTEXT("0"));
+    for (int keyed = 0; keyed < 2; ++keyed) {
+        VeltoGis::Utility::CCoreProgressBar::Instance()->StartRecording();
+        const WString configuration = job.GetImporterConfiguration();
+        if (keyed)
+            engine.UpdateLinkedTableRows(configuration.c_str(), boost::make_shared<CDBTable>(), &zero);
+        else
+            engine.ImportLinkedTableRows(configuration.c_str(), boost::make_shared<CDBTable>(), KeySet{});
+        EXPECT_EQ(ProgressCalls(), (Texts{rows, "pos:1", "pos:2", "pos:3", "pos:4", "pos:5", "hide", "restore"}));
+    }
 }
 
 TEST_F(ImportRun, NoPathOrUnparsableConfigurationReturnsZeroSilently)

@@ -8,7 +8,7 @@
 
 namespace {
 
-const WString kDeclaration = u"<?xml version=\"1.0\" encoding=\"utf-8\"?>";
+const WString kDeclaration = WTEXT("<?xml version=\"1.0\" encoding=\"utf-8\"?>");
 
 // Byte forms below are those of Windows-1252.
 class ImportTxtConfigurationTest : public Windows1252Test {};
@@ -27,12 +27,12 @@ boost::shared_ptr<CColumnData> Column(int no, const WString& name, int type, int
 ImportTxtConfiguration Filled()
 {
     ImportTxtConfiguration record;
-    record.SetTxtFile(u"keep.txt");
-    record.SetDelimiters({u","});
-    record.SetComments(u"#");
+    record.SetTxtFile(WTEXT("keep.txt"));
+    record.SetDelimiters({WTEXT(",")});
+    record.SetComments(WTEXT("#"));
     record.SetMode(1);
     record.GetPositions() = {3};
-    record.GetColumns().push_back(Column(2, u"Z", kColumnReal, 1));
+    record.GetColumns().push_back(Column(2, WTEXT("Z"), kColumnReal, 1));
     return record;
 }
 
@@ -46,27 +46,27 @@ ImportTxtConfiguration ReadBack(ImportTxtConfiguration& written)
 TEST_F(ImportTxtConfigurationTest, WritesTheFixedTextByteForByte)
 {
     ImportTxtConfiguration record;
-    record.SetTxtFile(u"C:\\Data\\M\u00fcller & \"Partner\".txt");
-    record.SetDelimiters({u"\t", u";"});
-    record.SetComments(u"#'");
+    record.SetTxtFile(WTEXT("C:\\Data\\M\u00fcller & \"Partner\".txt"));
+    record.SetDelimiters({WTEXT("\t"), WTEXT(";")});
+    record.SetComments(WTEXT("#'"));
     record.SetMode(1);
     record.GetPositions() = {12, 25, 40};
-    record.GetColumns().push_back(Column(0, u"X", kColumnReal, 1));
-    record.GetColumns().push_back(Column(1, u"a=\"b\"", kColumnText, 0));
+    record.GetColumns().push_back(Column(0, WTEXT("X"), kColumnReal, 1));
+    record.GetColumns().push_back(Column(1, WTEXT("a=\"b\""), kColumnText, 0));
 
     EXPECT_EQ(record.ToXml(),
               kDeclaration +
-                  u"<cfg txtFile=\"C:\\Data\\M=EF=BF=BCller &amp; =EF=BF=97Partner=EF=BF=97.txt\" "
-                  u"delimiter=\"\t;\" comments=\"#&apos;\" mode=\"1\" colPositions=\"12\u00a425\u00a440\u00a4\">"
-                  u"<col no=\"0\" name=\"X\" type=\"5001\" onOff=\"1\"/>"
-                  u"<col no=\"1\" name=\"a=3D=EF=BF=97b=EF=BF=97\" type=\"5005\" onOff=\"0\"/></cfg>");
+                  WTEXT("<cfg txtFile=\"C:\\Data\\M=EF=BF=BCller &amp; =EF=BF=97Partner=EF=BF=97.txt\" ")
+                  WTEXT("delimiter=\"\t;\" comments=\"#&apos;\" mode=\"1\" colPositions=\"12\u00a425\u00a440\u00a4\">")
+                  WTEXT("<col no=\"0\" name=\"X\" type=\"5001\" onOff=\"1\"/>")
+                  WTEXT("<col no=\"1\" name=\"a=3D=EF=BF=97b=EF=BF=97\" type=\"5005\" onOff=\"0\"/></cfg>"));
 }
 
 TEST_F(ImportTxtConfigurationTest, NewRecordWritesEmptyAttributes)
 {
     ImportTxtConfiguration record;
     EXPECT_EQ(record.ToXml(),
-              kDeclaration + u"<cfg txtFile=\"\" delimiter=\"\" comments=\"\" mode=\"0\" colPositions=\"\"></cfg>");
+              kDeclaration + WTEXT("<cfg txtFile=\"\" delimiter=\"\" comments=\"\" mode=\"0\" colPositions=\"\"></cfg>"));
     const ImportTxtConfiguration read = ReadBack(record);
     EXPECT_TRUE(read.GetPositions().empty());
     EXPECT_TRUE(read.GetDelimiters().empty());
@@ -76,19 +76,19 @@ TEST_F(ImportTxtConfigurationTest, NewRecordWritesEmptyAttributes)
 TEST_F(ImportTxtConfigurationTest, AwkwardTextsSurviveARoundTripExceptWhereDeliberatelyNot)
 {
     const struct {
-        const char16_t* written;
-        const char16_t* pathReadBack;
-        const char16_t* nameReadBack;
+        const WChar* written;
+        const WChar* pathReadBack;
+        const WChar* nameReadBack;
     } cases[] = {
-        {u"C:\\Data\\plain.txt", u"C:\\Data\\plain.txt", u"C:\\Data\\plain.txt"},
-        {u"a \"quoted\" path", u"a \"quoted\" path", u"a \u00d7quoted\u00d7 path"},
-        {u"R&D <x> 'y' a=b", u"R&D <x> 'y' a=b", u"R&D <x> 'y' a=b"},
-        {u"M\u00fcller Stra\u00dfe \u20ac \u00e9", u"M\u00fcller Stra\u00dfe \u20ac \u00e9", u"M\u00fcller Stra\u00dfe \u20ac \u00e9"},
-        {u"1\u00a42\t3", u"1\u00a42\t3", u"1\u00a42\t3"},
-        {u"=3D=EF", u"=3D=EF", u"=3D=EF"},
-        {u"a\u00d7b", u"a\"b", u"a\u00d7b"},  // the stand-in itself reads back as a quote in paths
-        {u"&lt;", u"<", u"<"},                 // a typed reference is kept, then unescaped twice
-        {u"", u"", u""},
+        {WTEXT("C:\\Data\\plain.txt"), WTEXT("C:\\Data\\plain.txt"), WTEXT("C:\\Data\\plain.txt")},
+        {WTEXT("a \"quoted\" path"), WTEXT("a \"quoted\" path"), WTEXT("a \u00d7quoted\u00d7 path")},
+        {WTEXT("R&D <x> 'y' a=b"), WTEXT("R&D <x> 'y' a=b"), WTEXT("R&D <x> 'y' a=b")},
+        {WTEXT("M\u00fcller Stra\u00dfe \u20ac \u00e9"), WTEXT("M\u00fcller Stra\u00dfe \u20ac \u00e9"), WTEXT("M\u00fcller Stra\u00dfe \u20ac \u00e9")},
+        {WTEXT("1\u00a42\t3"), WTEXT("1\u00a42\t3"), WTEXT("1\u00a42\t3")},
+        {WTEXT("=3D=EF"), WTEXT("=3D=EF"), WTEXT("=3D=EF")},
+        {WTEXT("a\u00d7b"), WTEXT("a\"b"), WTEXT("a\u00d7b")},  // the stand-in itself reads back as a quote in paths
+        {WTEXT("&lt;"), WTEXT("<"), WTEXT("<")},                 // a typed reference is kept, then unescaped twice
+        {WTEXT(""), WTEXT(""), WTEXT("")},
     };
     for (const auto& c : cases) {
         ImportTxtConfiguration record;
@@ -110,15 +110,15 @@ TEST_F(ImportTxtConfigurationTest, AwkwardTextsSurviveARoundTripExceptWhereDelib
 TEST_F(ImportTxtConfigurationTest, WritingChangesTheRecordsOwnPathOnly)
 {
     ImportTxtConfiguration record;
-    record.SetTxtFile(u"C:\\\"x\".txt");
-    record.SetComments(u"\"");
-    record.SetDelimiters({u"\""});
-    record.GetColumns().push_back(Column(0, u"\"n\"", kColumnText, 1));
+    record.SetTxtFile(WTEXT("C:\\\"x\".txt"));
+    record.SetComments(WTEXT("\""));
+    record.SetDelimiters({WTEXT("\"")});
+    record.GetColumns().push_back(Column(0, WTEXT("\"n\""), kColumnText, 1));
     record.ToXml();
-    EXPECT_EQ(record.GetTxtFile(), u"C:\\\u00d7x\u00d7.txt");
-    EXPECT_EQ(record.GetComments(), u"\"");
-    EXPECT_EQ(record.GetDelimiters(), DelimiterList{u"\""});
-    EXPECT_EQ(record.GetColumns()[0]->GetName(), u"\"n\"");
+    EXPECT_EQ(record.GetTxtFile(), WTEXT("C:\\\u00d7x\u00d7.txt"));
+    EXPECT_EQ(record.GetComments(), WTEXT("\""));
+    EXPECT_EQ(record.GetDelimiters(), DelimiterList{WTEXT("\"")});
+    EXPECT_EQ(record.GetColumns()[0]->GetName(), WTEXT("\"n\""));
     // Written again, the changed path gives the same text.
     const WString first = record.ToXml();
     EXPECT_EQ(record.ToXml(), first);
@@ -127,46 +127,38 @@ TEST_F(ImportTxtConfigurationTest, WritingChangesTheRecordsOwnPathOnly)
 TEST_F(ImportTxtConfigurationTest, DelimitersComeBackOneCharacterEach)
 {
     ImportTxtConfiguration record;
-    record.SetDelimiters({u"\t", u";", u"ab", u"\"", u"\u00d7"});
+    record.SetDelimiters({WTEXT("\t"), WTEXT(";"), WTEXT("ab"), WTEXT("\""), WTEXT("\u00d7")});
     const WString xml = record.ToXml();
-    EXPECT_NE(xml.find(u"delimiter=\"\t;ab=EF=BF=97=EF=BF=97\""), WString::npos) << ::testing::PrintToString(xml);
-    EXPECT_EQ(ReadBack(record).GetDelimiters(), (DelimiterList{u"\t", u";", u"a", u"b", u"\"", u"\""}));
-}
-
-TEST_F(ImportTxtConfigurationTest, PositionsAreWrittenWithATrailingSeparator)
-{
-    ImportTxtConfiguration record;
-    record.GetPositions() = {12, 25, 40};
-    EXPECT_NE(record.ToXml().find(u"colPositions=\"12\u00a425\u00a440\u00a4\""), WString::npos);
-    EXPECT_EQ(ReadBack(record).GetPositions(), (PositionList{12, 25, 40}));
+    EXPECT_NE(xml.find(WTEXT("delimiter=\"\t;ab=EF=BF=97=EF=BF=97\"")), WString::npos) << ::testing::PrintToString(xml);
+    EXPECT_EQ(ReadBack(record).GetDelimiters(), (DelimiterList{WTEXT("\t"), WTEXT(";"), WTEXT("a"), WTEXT("b"), WTEXT("\""), WTEXT("\"")}));
 }
 
 TEST_F(ImportTxtConfigurationTest, ReadsPositionsDroppingEmptyPiecesAndNonNumbersAsZero)
 {
     const struct {
-        const char16_t* attribute;
+        const WChar* attribute;
         PositionList positions;
     } cases[] = {
-        {u"", {}},
-        {u"12\u00a425", {12, 25}},
-        {u"\u00a4\u00a45\u00a4abc\u00a47\u00a4", {5, 0, 7}},
-        {u" 8x\u00a4+9\u00a4", {8, 9}},
-        {u"-1\u00a4", {0xFFFFFFFFu}},
+        {WTEXT(""), {}},
+        {WTEXT("12\u00a425"), {12, 25}},
+        {WTEXT("\u00a4\u00a45\u00a4abc\u00a47\u00a4"), {5, 0, 7}},
+        {WTEXT(" 8x\u00a4+9\u00a4"), {8, 9}},
+        {WTEXT("-1\u00a4"), {0xFFFFFFFFu}},
     };
     for (const auto& c : cases) {
         ImportTxtConfiguration record;
-        ASSERT_EQ(record.Parse((u"<cfg colPositions=\"" + WString(c.attribute) + u"\"/>").c_str()), 1);
+        ASSERT_EQ(record.Parse((WTEXT("<cfg colPositions=\"") + WString(c.attribute) + WTEXT("\"/>")).c_str()), 1);
         EXPECT_EQ(record.GetPositions(), c.positions) << ::testing::PrintToString(WString(c.attribute));
     }
     ImportTxtConfiguration wide;
     wide.GetPositions() = {0xFFFFFFFFu};
-    EXPECT_NE(wide.ToXml().find(u"colPositions=\"-1\u00a4\""), WString::npos);
+    EXPECT_NE(wide.ToXml().find(WTEXT("colPositions=\"-1\u00a4\"")), WString::npos);
 }
 
 TEST_F(ImportTxtConfigurationTest, NumbersThatAreNotNumbersReadAsZero)
 {
     ImportTxtConfiguration record;
-    ASSERT_EQ(record.Parse(u"<cfg mode=\"fixed\"><col no=\"abc\" type=\"5010x\" onOff=\" 1\"/><col/></cfg>"), 1);
+    ASSERT_EQ(record.Parse(WTEXT("<cfg mode=\"fixed\"><col no=\"abc\" type=\"5010x\" onOff=\" 1\"/><col/></cfg>")), 1);
     EXPECT_EQ(record.GetMode(), 0);
     ASSERT_EQ(record.GetColumns().size(), 2u);
     EXPECT_EQ(record.GetColumns()[0]->GetNo(), 0);
@@ -174,89 +166,78 @@ TEST_F(ImportTxtConfigurationTest, NumbersThatAreNotNumbersReadAsZero)
     EXPECT_EQ(record.GetColumns()[0]->GetOnOff(), 1);
     const CColumnData& bare = *record.GetColumns()[1];
     EXPECT_EQ(bare.GetNo(), 0);
-    EXPECT_EQ(bare.GetName(), u"");
+    EXPECT_EQ(bare.GetName(), WTEXT(""));
     EXPECT_EQ(bare.GetType(), 0);
     EXPECT_EQ(bare.GetOnOff(), 0);
 }
 
-TEST_F(ImportTxtConfigurationTest, TextWithoutCfgLeavesTheRecordAsItWas)
+// Parse replaces every field, missing attributes included, but only when there is a cfg
+// element; Clear empties every field but the mode.
+TEST_F(ImportTxtConfigurationTest, ParseReplacesEverythingOnlyWhenThereIsACfg)
 {
-    const char16_t* texts[] = {nullptr, u"", u"not xml", u"<other/>", u"<x><cfg/></x>", u"<!-- <cfg/> -->"};
-    for (const char16_t* text : texts) {
+    const auto summary = [](const ImportTxtConfiguration& record) {
+        WString text = record.GetTxtFile() + WTEXT("|") + record.GetComments() + WTEXT("|");
+        for (const WString& delimiter : record.GetDelimiters())
+            text += delimiter;
+        for (const std::uint32_t position : record.GetPositions())
+            text += WTEXT("@") + WString(1, static_cast<WChar>(WTEXT('0') + position));
+        return text + WTEXT("|") + WString(1, static_cast<WChar>(WTEXT('0') + record.GetMode())) + WTEXT("|") +
+               WString(1, static_cast<WChar>(WTEXT('0') + record.GetColumns().size()));
+    };
+    const WString filled = WTEXT("keep.txt|#|,@3|1|1");
+    for (const WChar* text : {static_cast<const WChar*>(nullptr), WTEXT(""), WTEXT("not xml"), WTEXT("<other/>"), WTEXT("<x><cfg/></x>"),
+                              WTEXT("<!-- <cfg/> -->")}) {
         ImportTxtConfiguration record = Filled();
         EXPECT_EQ(record.Parse(text), 0);
-        EXPECT_EQ(record.GetTxtFile(), u"keep.txt");
-        EXPECT_EQ(record.GetDelimiters(), DelimiterList{u","});
-        EXPECT_EQ(record.GetComments(), u"#");
-        EXPECT_EQ(record.GetMode(), 1);
-        EXPECT_EQ(record.GetPositions(), PositionList{3});
-        EXPECT_EQ(record.GetColumns().size(), 1u);
+        EXPECT_EQ(summary(record), filled);
     }
-}
-
-TEST_F(ImportTxtConfigurationTest, ParseReplacesEveryFieldEvenWhenAttributesAreMissing)
-{
     ImportTxtConfiguration record = Filled();
-    ASSERT_EQ(record.Parse(u"<cfg/>"), 1);
-    EXPECT_EQ(record.GetTxtFile(), u"");
-    EXPECT_TRUE(record.GetDelimiters().empty());
-    EXPECT_EQ(record.GetComments(), u"");
-    EXPECT_EQ(record.GetMode(), 0);
-    EXPECT_TRUE(record.GetPositions().empty());
-    EXPECT_TRUE(record.GetColumns().empty());
+    ASSERT_EQ(record.Parse(WTEXT("<cfg/>")), 1);
+    EXPECT_EQ(summary(record), WTEXT("|||0|0"));
+    record = Filled();
+    record.Clear();
+    EXPECT_EQ(summary(record), WTEXT("|||1|0"));
 }
 
 TEST_F(ImportTxtConfigurationTest, ColumnsKeepDocumentOrderAndDuplicates)
 {
     ImportTxtConfiguration record;
-    ASSERT_EQ(record.Parse(u"<cfg><col no=\"3\" name=\"c\"/><x/><col no=\"1\" name=\"a\"/><col no=\"1\" name=\"b\"/></cfg>"),
+    ASSERT_EQ(record.Parse(WTEXT("<cfg><col no=\"3\" name=\"c\"/><x/><col no=\"1\" name=\"a\"/><col no=\"1\" name=\"b\"/></cfg>")),
               1);
     ASSERT_EQ(record.GetColumns().size(), 3u);
     EXPECT_EQ(record.GetColumns()[0]->GetNo(), 3);
-    EXPECT_EQ(record.GetColumns()[1]->GetName(), u"a");
+    EXPECT_EQ(record.GetColumns()[1]->GetName(), WTEXT("a"));
     EXPECT_EQ(record.GetColumns()[2]->GetNo(), 1);
-    EXPECT_EQ(record.GetColumns()[2]->GetName(), u"b");
+    EXPECT_EQ(record.GetColumns()[2]->GetName(), WTEXT("b"));
 }
 
 TEST_F(ImportTxtConfigurationTest, LiteralStandInsInTheTextBecomeQuotesBeforeParsing)
 {
     ImportTxtConfiguration record;
-    ASSERT_EQ(record.Parse(u"<cfg txtFile='a\u00d7b'><col name='n\u00d7'/></cfg>"), 1);
-    EXPECT_EQ(record.GetTxtFile(), u"a\"b");
-    EXPECT_EQ(record.GetColumns()[0]->GetName(), u"n\"");
+    ASSERT_EQ(record.Parse(WTEXT("<cfg txtFile='a\u00d7b'><col name='n\u00d7'/></cfg>")), 1);
+    EXPECT_EQ(record.GetTxtFile(), WTEXT("a\"b"));
+    EXPECT_EQ(record.GetColumns()[0]->GetName(), WTEXT("n\""));
     // Inside double quotes the stand-in ends the value and leaves the tag open.
-    EXPECT_EQ(record.Parse(u"<cfg txtFile=\"a\u00d7b\"/>"), 0);
+    EXPECT_EQ(record.Parse(WTEXT("<cfg txtFile=\"a\u00d7b\"/>")), 0);
 }
 
 TEST_F(ImportTxtConfigurationTest, BrokenTextStillYieldsWhatCouldBeMatched)
 {
     ImportTxtConfiguration record;
-    ASSERT_EQ(record.Parse(u"<cfg txtFile=\"p.txt\" mode=\"1\"><col no=\"4\"><col no=\"5\"/></cfg>"), 1);
-    EXPECT_EQ(record.GetTxtFile(), u"p.txt");
+    ASSERT_EQ(record.Parse(WTEXT("<cfg txtFile=\"p.txt\" mode=\"1\"><col no=\"4\"><col no=\"5\"/></cfg>")), 1);
+    EXPECT_EQ(record.GetTxtFile(), WTEXT("p.txt"));
     EXPECT_EQ(record.GetMode(), 1);
     ASSERT_EQ(record.GetColumns().size(), 2u);
     EXPECT_EQ(record.GetColumns()[1]->GetNo(), 5);
     // A cfg that is never ended hands its columns to the top level, where they are not read.
-    ASSERT_EQ(record.Parse(u"<cfg txtFile=\"q.txt\"><col no=\"4\"/>"), 1);
-    EXPECT_EQ(record.GetTxtFile(), u"q.txt");
-    EXPECT_TRUE(record.GetColumns().empty());
-}
-
-TEST_F(ImportTxtConfigurationTest, ClearEmptiesEverythingButTheMode)
-{
-    ImportTxtConfiguration record = Filled();
-    record.Clear();
-    EXPECT_EQ(record.GetTxtFile(), u"");
-    EXPECT_TRUE(record.GetDelimiters().empty());
-    EXPECT_EQ(record.GetComments(), u"");
-    EXPECT_EQ(record.GetMode(), 1);
-    EXPECT_TRUE(record.GetPositions().empty());
+    ASSERT_EQ(record.Parse(WTEXT("<cfg txtFile=\"q.txt\"><col no=\"4\"/>")), 1);
+    EXPECT_EQ(record.GetTxtFile(), WTEXT("q.txt"));
     EXPECT_TRUE(record.GetColumns().empty());
 }
 
 TEST_F(ImportTxtConfigurationTest, GeneratedRecordsRoundTrip)
 {
-    const WString pieces[] = {u"\"", u"&", u"=", u"\u00e9", u"\u00a4", u"\t", u"<", u"'", u"x", u"\\", u" ", u"&amp"};
+    const WString pieces[] = {WTEXT("\""), WTEXT("&"), WTEXT("="), WTEXT("\u00e9"), WTEXT("\u00a4"), WTEXT("\t"), WTEXT("<"), WTEXT("'"), WTEXT("x"), WTEXT("\\"), WTEXT(" "), WTEXT("&amp")};
     unsigned seed = 12345;
     const auto next = [&seed] { return (seed = seed * 1103515245u + 12345u) >> 16; };
     for (int round = 0; round < 200; ++round) {
@@ -280,7 +261,7 @@ TEST_F(ImportTxtConfigurationTest, GeneratedRecordsRoundTrip)
         ASSERT_EQ(read.GetColumns().size(), record.GetColumns().size());
         WString name = path;
         for (WChar& c : name)
-            if (c == u'"')
+            if (c == WTEXT('"'))
                 c = 0x00D7;
         for (std::size_t i = 0; i < read.GetColumns().size(); ++i) {
             EXPECT_EQ(read.GetColumns()[i]->GetNo(), record.GetColumns()[i]->GetNo());

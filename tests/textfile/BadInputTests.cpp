@@ -19,45 +19,28 @@ namespace {
 
 constexpr std::size_t kHugeLine = 100u * 1024 * 1024;
 
-// Reads the one huge line of path (then maybe a short "end" line): all of it, nothing else.
-void ExpectHugeLine(const WString& path, std::size_t length, WChar unit, bool endLine)
-{
-    TextFile file;
-    ASSERT_EQ(file.Open(path, TextFileMode::Read, 0), 0);
-    WString line;
-    ASSERT_EQ(file.ReadLine(nullptr, line), 0);
-    EXPECT_EQ(line.size(), length);
-    EXPECT_EQ(line.find_first_not_of(unit), WString::npos);
-    if (endLine) {
-        ASSERT_EQ(file.ReadLine(nullptr, line), 0);
-        EXPECT_EQ(line, u"end");
-    }
-    EXPECT_EQ(file.ReadLine(nullptr, line), -1);
-}
-
 // A line longer than any buffer is assembled piece by piece in linear time (a quadratic
-// assembly would not finish here).
-TEST(BadInput, HundredMegabyteAnsiLine)
+// assembly would not finish here), in ANSI and in UTF-16.
+TEST(BadInput, HundredMegabyteLines)
 {
     ScratchFolder folder;
-    std::string bytes(kHugeLine, 'x');
-    bytes += "\r\nend";
-    const WString path = folder.Write("huge.txt", bytes);
-    bytes = std::string();
-    ExpectHugeLine(path, kHugeLine, u'x', true);
-}
-
-TEST(BadInput, HundredMegabyteUtf16Line)
-{
-    ScratchFolder folder;
-    std::string bytes(kHugeLine + 2, '\0');
-    bytes[0] = '\xFF';
-    bytes[1] = '\xFE';
-    for (std::size_t i = 2; i < bytes.size(); i += 2)
-        bytes[i] = 'y';
-    const WString path = folder.Write("huge16.txt", bytes);
-    bytes = std::string();
-    ExpectHugeLine(path, kHugeLine / 2, u'y', false);
+    for (const bool utf16 : {false, true}) {
+        std::string bytes(kHugeLine, utf16 ? '\0' : 'x');
+        for (std::size_t i = 0; utf16 && i < bytes.size(); i += 2)
+            bytes[i] = 'y';
+        bytes = utf16 ? "\xFF\xFE" + bytes + "\n\0e\0"s : bytes + "\r\ne";
+        const WString path = folder.Write("huge.txt", bytes);
+        bytes = std::string();
+        TextFile file;
+        ASSERT_EQ(file.Open(path, TextFileMode::Read, 0), 0);
+        WString line;
+        ASSERT_EQ(file.ReadLine(nullptr, line), 0);
+        EXPECT_EQ(line.size(), utf16 ? kHugeLine / 2 : kHugeLine);
+        EXPECT_EQ(line.find_first_not_of(utf16 ? WTEXT('y') : WTEXT('x')), WString::npos);
+        ASSERT_EQ(file.ReadLine(nullptr, line), 0);
+        EXPECT_EQ(line, WTEXT("e"));
+        EXPECT_EQ(file.ReadLine(nullptr, line), -1);
+    }
 }
 
 TEST(BadInput, BinaryGarbageInEveryEncoding)
@@ -90,7 +73,7 @@ TEST(BadInput, KuhnUtf8StressTestReadsEveryLine)
         const ReadResult result = ReadAll(FromUtf8(path), TextEncoding::Utf8, bufferSize);
         EXPECT_EQ(result.lines.size(), lineFeeds + (bytes.back() == '\n' ? 0 : 1));
         EXPECT_EQ(result.counted, result.lines.size());
-        EXPECT_EQ(result.lines[0], u"UTF-8 decoder capability and stress test");
+        EXPECT_EQ(result.lines[0], WTEXT("UTF-8 decoder capability and stress test"));
     }
 }
 
@@ -109,33 +92,29 @@ TEST(BadInput, KuhnUtf8DemoDecodesLikeAStrictDecoder)
     EXPECT_EQ(result.lines, expected);
 }
 
-TEST(BadInput, MarkedCorpusFilesAreDetected)
+// Marks decide; a UTF-32LE mark begins with the UTF-16LE one, and its zero units end every
+// line's text. Unmarked UTF-16 is ANSI unless named.
+TEST(BadInput, CorpusFilesAreDetectedByTheirMarks)
 {
     REQUIRE_TESTDATA();
     const std::string base = TestDataFolder() + "/uchardet/";
-    const ReadResult be = ReadAll(FromUtf8(base + "fr/utf-16.be"));
-    EXPECT_EQ(be.encoding, 3);
-    ASSERT_FALSE(be.lines.empty());
-    EXPECT_EQ(be.lines[0].substr(0, 6), u"UTF-16");
-    const ReadResult le = ReadAll(FromUtf8(base + "ko/utf-16.le"));
-    EXPECT_EQ(le.encoding, 2);
+    const struct {
+        const char* file;
+        int encoding;
+        bool titled; // the first line begins "UTF-16"
+    } cases[] = {{"fr/utf-16.be", 3, true}, {"ko/utf-16.le", 2, true}, {"fr/utf-32.le", 2, false},
+                 {"ja/utf-16le.txt", 1, false}};
+    for (const auto& c : cases) {
+        const ReadResult result = ReadAll(FromUtf8(base + c.file));
+        EXPECT_EQ(result.encoding, c.encoding) << c.file;
+        EXPECT_EQ(result.counted, result.lines.size()) << c.file;
+        ASSERT_FALSE(result.lines.empty()) << c.file;
+        if (c.titled)
+            EXPECT_EQ(result.lines[0].substr(0, 6), WTEXT("UTF-16")) << c.file;
+    }
+    const ReadResult le = ReadAll(FromUtf8(base + "ja/utf-16le.txt"), TextEncoding::Utf16LE);
     ASSERT_FALSE(le.lines.empty());
-    EXPECT_EQ(le.lines[0].substr(0, 6), u"UTF-16");
-    // A UTF-32LE mark begins with the UTF-16LE one; its zero units end every line's text.
-    const ReadResult utf32 = ReadAll(FromUtf8(base + "fr/utf-32.le"));
-    EXPECT_EQ(utf32.encoding, 2);
-    EXPECT_EQ(utf32.counted, utf32.lines.size());
-}
-
-TEST(BadInput, UnmarkedUtf16IsAnsiUnlessNamed)
-{
-    REQUIRE_TESTDATA();
-    const std::string base = TestDataFolder() + "/uchardet/ja/";
-    EXPECT_EQ(ReadAll(FromUtf8(base + "utf-16le.txt")).encoding, 1);
-    const ReadResult le = ReadAll(FromUtf8(base + "utf-16le.txt"), TextEncoding::Utf16LE);
-    const ReadResult be = ReadAll(FromUtf8(base + "utf-16be.txt"), TextEncoding::Utf16BE);
-    ASSERT_FALSE(le.lines.empty());
-    EXPECT_EQ(le.lines, be.lines);
+    EXPECT_EQ(le.lines, ReadAll(FromUtf8(base + "ja/utf-16be.txt"), TextEncoding::Utf16BE).lines);
 }
 
 void CollectFiles(const std::string& folder, std::vector<std::string>& files)

@@ -15,7 +15,7 @@ using Fields = std::vector<WString>;
 WString Sep(WString text)
 {
     for (WChar& c : text)
-        if (c == u'|')
+        if (c == WTEXT('|'))
             c = kFieldSeparator;
     return text;
 }
@@ -30,20 +30,20 @@ struct DelimiterCase {
 void PrintTo(const DelimiterCase& c, std::ostream* os) { *os << c.name; }
 
 const DelimiterCase kDelimiterCases[] = {
-    {"EmptyLineHasNoFields", u"", 1, {}},
-    {"EmptyLineHasNoFieldsEvenWithoutKeep", u"", 0, {}},
-    {"TwoFields", u"a|b", 1, {u"a", u"b"}},
-    {"NoDelimiterOneField", u"abc", 0, {u"abc"}},
-    {"EmptyMiddleKept", u"a||b", 1, {u"a", u"", u"b"}},
-    {"EmptyMiddleDropped", u"a||b", 0, {u"a", u"b"}},
-    {"LeadingDelimiterKept", u"|a", 1, {u"", u"a"}},
-    {"LeadingDelimiterDropped", u"|a", 0, {u"a"}},
-    {"TrailingDelimiterKept", u"a|", 1, {u"a", u""}},
-    {"TrailingDelimiterDropped", u"a|", 0, {u"a"}},
-    {"OnlyDelimiterKept", u"|", 1, {u"", u""}},
-    {"OnlyDelimitersDropped", u"||", 0, {}},
-    {"KeepFlagTwoDropsEmptyFields", u"a||b|", 2, {u"a", u"b"}},
-    {"FieldsNotTrimmed", u" a | b ", 1, {u" a ", u" b "}},
+    {"EmptyLineHasNoFields", WTEXT(""), 1, {}},
+    {"EmptyLineHasNoFieldsEvenWithoutKeep", WTEXT(""), 0, {}},
+    {"TwoFields", WTEXT("a|b"), 1, {WTEXT("a"), WTEXT("b")}},
+    {"NoDelimiterOneField", WTEXT("abc"), 0, {WTEXT("abc")}},
+    {"EmptyMiddleKept", WTEXT("a||b"), 1, {WTEXT("a"), WTEXT(""), WTEXT("b")}},
+    {"EmptyMiddleDropped", WTEXT("a||b"), 0, {WTEXT("a"), WTEXT("b")}},
+    {"LeadingDelimiterKept", WTEXT("|a"), 1, {WTEXT(""), WTEXT("a")}},
+    {"LeadingDelimiterDropped", WTEXT("|a"), 0, {WTEXT("a")}},
+    {"TrailingDelimiterKept", WTEXT("a|"), 1, {WTEXT("a"), WTEXT("")}},
+    {"TrailingDelimiterDropped", WTEXT("a|"), 0, {WTEXT("a")}},
+    {"OnlyDelimiterKept", WTEXT("|"), 1, {WTEXT(""), WTEXT("")}},
+    {"OnlyDelimitersDropped", WTEXT("||"), 0, {}},
+    {"KeepFlagTwoDropsEmptyFields", WTEXT("a||b|"), 2, {WTEXT("a"), WTEXT("b")}},
+    {"FieldsNotTrimmed", WTEXT(" a | b "), 1, {WTEXT(" a "), WTEXT(" b ")}},
 };
 
 class DelimiterSplit : public testing::TestWithParam<DelimiterCase> {};
@@ -51,7 +51,7 @@ class DelimiterSplit : public testing::TestWithParam<DelimiterCase> {};
 TEST_P(DelimiterSplit, CutsAtTheDelimiter)
 {
     const DelimiterCase& c = GetParam();
-    Fields fields = {u"stale", u"fields", u"from", u"before", u"here", u"!"};
+    Fields fields = {WTEXT("stale"), WTEXT("fields"), WTEXT("from"), WTEXT("before"), WTEXT("here"), WTEXT("!")};
     SplitByDelimiter(Sep(c.line), fields, kFieldSeparator, c.keepEmpty);
     EXPECT_EQ(fields, c.fields);
 }
@@ -69,32 +69,32 @@ struct NormalizeCase {
 void PrintTo(const NormalizeCase& c, std::ostream* os) { *os << c.name; }
 
 const NormalizeCase kNormalizeCases[] = {
-    {"EmptyLineHasNoFields", u"", {u","}, {}},
-    {"SingleDelimiterRunCollapses", u"1,,2", {u","}, {u"1", u"2"}},
-    {"TwoDelimitersKeepEmptyFields", u"1,,2", {u",", u";"}, {u"1", u"", u"2"}},
-    {"TwoDelimitersBothSeparate", u"1;2,3", {u",", u";"}, {u"1", u"2", u"3"}},
-    {"TabAloneKeepsEmptyFields", u"1\t\t2", {u"\t"}, {u"1", u"", u"2"}},
-    {"TrailingBlanksCollapseAndGo", u"10 20 30   ", {u" "}, {u"10", u"20", u"30"}},
-    {"OneTrailingSeparatorRemoved", u"A;B;", {u";"}, {u"A", u"B"}},
-    {"LeadingDelimitersNotTrimmed", u" 10 20", {u" "}, {u"", u"10", u"20"}},
-    {"LeadingRunCollapsesToOneEmptyField", u"   10 20", {u" "}, {u"", u"10", u"20"}},
-    {"TabAloneOnlyOneTrailingSeparatorRemoved", u"1\t\t", {u"\t"}, {u"1", u""}},
-    {"LineEndsTrimmed", u"a,b\r\n\n", {u","}, {u"a", u"b"}},
-    {"CrAfterLfNotTrimmedAsLineFeed", u"a,b\n\r", {u","}, {u"a", u"b\n"}},
-    {"SeparatorInLineCutsToo", u"a|b,c", {u","}, {u"a", u"b", u"c"}},
-    {"SeparatorInLineCollapsesWithDelimiters", u"a|,b", {u","}, {u"a", u"b"}},
-    {"SeparatorAsDelimiterCollapses", u"a||b||", {u"|"}, {u"a", u"b"}},
-    {"MultiCharacterDelimiter", u"1::2::::3", {u"::"}, {u"1", u"2", u"3"}},
-    {"MultiCharacterDelimiterTrimsItsCharacters", u"1::2:", {u"::"}, {u"1", u"2"}},
-    {"MultiCharacterDelimiterWithTwoConfigured", u"1::2;;3", {u"::", u";"}, {u"1", u"2", u"", u"3"}},
-    {"MultiCharacterDelimitersReplacedInOrder", u"xabc", {u"a", u"ab"}, {u"x", u"bc"}},
-    {"TrailingCharactersOfAnyDelimiterTrimmed", u"xab", {u"a", u"ab"}, {u"x", u""}},
-    {"ReplacementRepeatedUntilNoneIsLeft", u"a|xxb", {u"|x"}, {u"a", u"b"}},
-    {"EmptyDelimiterIgnored", u"a,b", {u"", u","}, {u"a", u"b"}},
-    {"NoDelimitersOneField", u"a b", {}, {u"a b"}},
-    {"OnlyDelimiters", u",,,", {u","}, {}},
-    {"SurveyLine", u"P1234567 456789.123 5123456.789 301.250 CODE",
-     {u" "}, {u"P1234567", u"456789.123", u"5123456.789", u"301.250", u"CODE"}},
+    {"EmptyLineHasNoFields", WTEXT(""), {WTEXT(",")}, {}},
+    {"SingleDelimiterRunCollapses", WTEXT("1,,2"), {WTEXT(",")}, {WTEXT("1"), WTEXT("2")}},
+    {"TwoDelimitersKeepEmptyFields", WTEXT("1,,2"), {WTEXT(","), WTEXT(";")}, {WTEXT("1"), WTEXT(""), WTEXT("2")}},
+    {"TwoDelimitersBothSeparate", WTEXT("1;2,3"), {WTEXT(","), WTEXT(";")}, {WTEXT("1"), WTEXT("2"), WTEXT("3")}},
+    {"TabAloneKeepsEmptyFields", WTEXT("1\t\t2"), {WTEXT("\t")}, {WTEXT("1"), WTEXT(""), WTEXT("2")}},
+    {"TrailingBlanksCollapseAndGo", WTEXT("10 20 30   "), {WTEXT(" ")}, {WTEXT("10"), WTEXT("20"), WTEXT("30")}},
+    {"OneTrailingSeparatorRemoved", WTEXT("A;B;"), {WTEXT(";")}, {WTEXT("A"), WTEXT("B")}},
+    {"LeadingDelimitersNotTrimmed", WTEXT(" 10 20"), {WTEXT(" ")}, {WTEXT(""), WTEXT("10"), WTEXT("20")}},
+    {"LeadingRunCollapsesToOneEmptyField", WTEXT("   10 20"), {WTEXT(" ")}, {WTEXT(""), WTEXT("10"), WTEXT("20")}},
+    {"TabAloneOnlyOneTrailingSeparatorRemoved", WTEXT("1\t\t"), {WTEXT("\t")}, {WTEXT("1"), WTEXT("")}},
+    {"LineEndsTrimmed", WTEXT("a,b\r\n\n"), {WTEXT(",")}, {WTEXT("a"), WTEXT("b")}},
+    {"CrAfterLfNotTrimmedAsLineFeed", WTEXT("a,b\n\r"), {WTEXT(",")}, {WTEXT("a"), WTEXT("b\n")}},
+    {"SeparatorInLineCutsToo", WTEXT("a|b,c"), {WTEXT(",")}, {WTEXT("a"), WTEXT("b"), WTEXT("c")}},
+    {"SeparatorInLineCollapsesWithDelimiters", WTEXT("a|,b"), {WTEXT(",")}, {WTEXT("a"), WTEXT("b")}},
+    {"SeparatorAsDelimiterCollapses", WTEXT("a||b||"), {WTEXT("|")}, {WTEXT("a"), WTEXT("b")}},
+    {"MultiCharacterDelimiter", WTEXT("1::2::::3"), {WTEXT("::")}, {WTEXT("1"), WTEXT("2"), WTEXT("3")}},
+    {"MultiCharacterDelimiterTrimsItsCharacters", WTEXT("1::2:"), {WTEXT("::")}, {WTEXT("1"), WTEXT("2")}},
+    {"MultiCharacterDelimiterWithTwoConfigured", WTEXT("1::2;;3"), {WTEXT("::"), WTEXT(";")}, {WTEXT("1"), WTEXT("2"), WTEXT(""), WTEXT("3")}},
+    {"MultiCharacterDelimitersReplacedInOrder", WTEXT("xabc"), {WTEXT("a"), WTEXT("ab")}, {WTEXT("x"), WTEXT("bc")}},
+    {"TrailingCharactersOfAnyDelimiterTrimmed", WTEXT("xab"), {WTEXT("a"), WTEXT("ab")}, {WTEXT("x"), WTEXT("")}},
+    {"ReplacementRepeatedUntilNoneIsLeft", WTEXT("a|xxb"), {WTEXT("|x")}, {WTEXT("a"), WTEXT("b")}},
+    {"EmptyDelimiterIgnored", WTEXT("a,b"), {WTEXT(""), WTEXT(",")}, {WTEXT("a"), WTEXT("b")}},
+    {"NoDelimitersOneField", WTEXT("a b"), {}, {WTEXT("a b")}},
+    {"OnlyDelimiters", WTEXT(",,,"), {WTEXT(",")}, {}},
+    {"SurveyLine", WTEXT("P1234567 456789.123 5123456.789 301.250 CODE"),
+     {WTEXT(" ")}, {WTEXT("P1234567"), WTEXT("456789.123"), WTEXT("5123456.789"), WTEXT("301.250"), WTEXT("CODE")}},
 };
 
 class Normalize : public testing::TestWithParam<NormalizeCase> {};
@@ -106,7 +106,7 @@ TEST_P(Normalize, PreparesAndSplits)
     for (const WString& d : c.delimiters)
         delimiters.push_back(Sep(d));
     WString line = Sep(c.line);
-    Fields fields = {u"stale"};
+    Fields fields = {WTEXT("stale")};
     NormalizeDelimitedLine(line, delimiters, fields);
     EXPECT_EQ(fields, c.fields);
 }
@@ -116,49 +116,44 @@ INSTANTIATE_TEST_SUITE_P(FieldSplit, Normalize, testing::ValuesIn(kNormalizeCase
 
 TEST(FieldSplit, NormalizedLineIsLeftInTheSeparatorForm)
 {
-    WString line = u"a, b,,c,\r";
+    WString line = WTEXT("a, b,,c,\r");
     Fields fields;
-    NormalizeDelimitedLine(line, {u","}, fields);
-    EXPECT_EQ(line, Sep(u"a| b|c"));
+    NormalizeDelimitedLine(line, {WTEXT(",")}, fields);
+    EXPECT_EQ(line, Sep(WTEXT("a| b|c")));
 }
 
 TEST(FieldSplit, FixedPositionsGrowOneBoundaryPerLine)
 {
     PositionList positions = {3, 6};
     Fields fields;
-    EXPECT_EQ(SplitAtPositions(u"abcdefgh", positions, fields), 3);
-    EXPECT_EQ(fields, (Fields{u"abc", u"def", u"gh"}));
-    EXPECT_EQ(SplitAtPositions(u"ab", positions, fields), 4);
-    EXPECT_EQ(fields, (Fields{u"ab", u"", u"", u""}));
-    EXPECT_EQ(SplitAtPositions(u"abcdefghijk", positions, fields), 5);
-    EXPECT_EQ(fields, (Fields{u"abc", u"def", u"gh", u"", u"cdefghijk"}));
+    EXPECT_EQ(SplitAtPositions(WTEXT("abcdefgh"), positions, fields), 3);
+    EXPECT_EQ(fields, (Fields{WTEXT("abc"), WTEXT("def"), WTEXT("gh")}));
+    EXPECT_EQ(SplitAtPositions(WTEXT("ab"), positions, fields), 4);
+    EXPECT_EQ(fields, (Fields{WTEXT("ab"), WTEXT(""), WTEXT(""), WTEXT("")}));
+    EXPECT_EQ(SplitAtPositions(WTEXT("abcdefghijk"), positions, fields), 5);
+    EXPECT_EQ(fields, (Fields{WTEXT("abc"), WTEXT("def"), WTEXT("gh"), WTEXT(""), WTEXT("cdefghijk")}));
     EXPECT_EQ(positions, (PositionList{3, 6, 8, 2, 11}));
-}
-
-TEST(FieldSplit, FixedPositionsOnEmptyLine)
-{
-    PositionList positions = {5, 10};
-    Fields fields;
-    EXPECT_EQ(SplitAtPositions(u"", positions, fields), 3);
-    EXPECT_EQ(fields, (Fields{u"", u"", u""}));
-}
-
-TEST(FieldSplit, FixedPositionsWithoutConfiguredPositions)
-{
-    PositionList positions;
-    Fields fields;
-    EXPECT_EQ(SplitAtPositions(u"whole line", positions, fields), 1);
-    EXPECT_EQ(fields, Fields{u"whole line"});
 }
 
 // Positions reach the host string as int: from 2^31 on they count as negative, so the field
 // is empty and the next one starts at 0 (its length still measured from the negative start).
-TEST(FieldSplit, FixedPositionsBeyondIntRangeAreNegative)
+TEST(FieldSplit, FixedPositionsOnOneLine)
 {
-    PositionList positions = {2, 0xFFFFFFFEu, 4};
-    Fields fields;
-    EXPECT_EQ(SplitAtPositions(u"abcdef", positions, fields), 4);
-    EXPECT_EQ(fields, (Fields{u"ab", u"", u"abcdef", u"ef"}));
+    const struct {
+        WString line;
+        PositionList positions;
+        Fields fields;
+    } cases[] = {
+        {WTEXT(""), {5, 10}, {WTEXT(""), WTEXT(""), WTEXT("")}},
+        {WTEXT("whole line"), {}, {WTEXT("whole line")}},
+        {WTEXT("abcdef"), {2, 0xFFFFFFFEu, 4}, {WTEXT("ab"), WTEXT(""), WTEXT("abcdef"), WTEXT("ef")}},
+    };
+    for (const auto& c : cases) {
+        PositionList positions = c.positions;
+        Fields fields;
+        EXPECT_EQ(SplitAtPositions(c.line, positions, fields), static_cast<int>(c.fields.size()));
+        EXPECT_EQ(fields, c.fields);
+    }
 }
 
 TEST(FieldSplit, LimitedFixedSplitEqualsFullSplitForItsFields)
@@ -174,10 +169,10 @@ TEST(FieldSplit, LimitedFixedSplitEqualsFullSplitForItsFields)
         Fields fullFields;
         Fields limitedFields;
         for (int line = 0; line < 5; ++line) {
-            const WString text(std::uniform_int_distribution<std::size_t>(0, 40)(random), u'a');
+            const WString text(std::uniform_int_distribution<std::size_t>(0, 40)(random), WTEXT('a'));
             WString varied = text;
             for (std::size_t i = 0; i < varied.size(); ++i)
-                varied[i] = static_cast<WChar>(u'a' + i % 26);
+                varied[i] = static_cast<WChar>(WTEXT('a') + i % 26);
             const int fullCount = SplitAtPositions(varied, full, fullFields);
             const int limitedCount = SplitAtPositions(varied, limited, limitedFields, limit);
             ASSERT_EQ(limitedCount, fullCount);
@@ -194,30 +189,30 @@ TEST(FieldSplit, LimitedFixedSplitEqualsFullSplitForItsFields)
 TEST(FieldSplit, FieldStringsAreReusedFromLineToLine)
 {
     Fields fields;
-    WString line = u"P1234567 456789.123 5123456.789 301.250 CODE";
-    NormalizeDelimitedLine(line, {u" "}, fields);
+    WString line = WTEXT("P1234567 456789.123 5123456.789 301.250 CODE");
+    NormalizeDelimitedLine(line, {WTEXT(" ")}, fields);
     std::vector<const WChar*> storage;
     for (const WString& field : fields)
         storage.push_back(field.data());
-    WString next = u"P7654321 987654.321 5987654.321 123.456 EDOC";
-    NormalizeDelimitedLine(next, {u" "}, fields);
+    WString next = WTEXT("P7654321 987654.321 5987654.321 123.456 EDOC");
+    NormalizeDelimitedLine(next, {WTEXT(" ")}, fields);
     ASSERT_EQ(fields.size(), storage.size());
     for (std::size_t i = 0; i < fields.size(); ++i)
         EXPECT_EQ(fields[i].data(), storage[i]) << "field " << i;
-    EXPECT_EQ(fields[4], u"EDOC");
+    EXPECT_EQ(fields[4], WTEXT("EDOC"));
 }
 
 TEST(FieldSplit, CommentLines)
 {
-    const WString markers = CommentMarkersOf(Sep(u"#|;"));
-    EXPECT_EQ(markers, u"#;");
-    EXPECT_TRUE(IsCommentLine(u"#x 1 2", markers));
-    EXPECT_TRUE(IsCommentLine(u";", markers));
-    EXPECT_FALSE(IsCommentLine(u" #x 1 2", markers));
-    EXPECT_FALSE(IsCommentLine(u"", markers));
-    EXPECT_FALSE(IsCommentLine(u"x#", markers));
-    EXPECT_FALSE(IsCommentLine(Sep(u"|x"), markers)) << "the separator is never a marker";
-    EXPECT_FALSE(IsCommentLine(u"#x", CommentMarkersOf(u""))) << "no comment string marks no line";
+    const WString markers = CommentMarkersOf(Sep(WTEXT("#|;")));
+    EXPECT_EQ(markers, WTEXT("#;"));
+    EXPECT_TRUE(IsCommentLine(WTEXT("#x 1 2"), markers));
+    EXPECT_TRUE(IsCommentLine(WTEXT(";"), markers));
+    EXPECT_FALSE(IsCommentLine(WTEXT(" #x 1 2"), markers));
+    EXPECT_FALSE(IsCommentLine(WTEXT(""), markers));
+    EXPECT_FALSE(IsCommentLine(WTEXT("x#"), markers));
+    EXPECT_FALSE(IsCommentLine(Sep(WTEXT("|x")), markers)) << "the separator is never a marker";
+    EXPECT_FALSE(IsCommentLine(WTEXT("#x"), CommentMarkersOf(WTEXT("")))) << "no comment string marks no line";
 }
 
 } // namespace
@@ -228,16 +223,16 @@ namespace {
 // delimiter lists with an empty entry, take the step-by-step one. Both must agree.
 TEST(FieldSplit, FastAndStepwisePreparationAgree)
 {
-    const WString alphabet = Sep(u"ab ,;\t|\r\n");
-    const WString prefix(600, u'x'); // too long for the fast path, and delimiter-free
+    const WString alphabet = Sep(WTEXT("ab ,;\t|\r\n"));
+    const WString prefix(600, WTEXT('x')); // too long for the fast path, and delimiter-free
     std::mt19937 random(31);
     for (int round = 0; round < 3000; ++round) {
         WString line;
         for (int i = std::uniform_int_distribution<int>(0, 40)(random); i > 0; --i)
             line += alphabet[std::uniform_int_distribution<std::size_t>(0, alphabet.size() - 1)(random)];
-        for (const DelimiterList& delimiters : {DelimiterList{u" "}, DelimiterList{u","}, DelimiterList{u"\t"},
-                                                DelimiterList{Sep(u"|")}, DelimiterList{u",", u";"},
-                                                DelimiterList{u" ", u"\t", u";"}}) {
+        for (const DelimiterList& delimiters : {DelimiterList{WTEXT(" ")}, DelimiterList{WTEXT(",")}, DelimiterList{WTEXT("\t")},
+                                                DelimiterList{Sep(WTEXT("|"))}, DelimiterList{WTEXT(","), WTEXT(";")},
+                                                DelimiterList{WTEXT(" "), WTEXT("\t"), WTEXT(";")}}) {
             WString fast = line;
             Fields fastFields;
             NormalizeDelimitedLine(fast, delimiters, fastFields);
@@ -245,14 +240,14 @@ TEST(FieldSplit, FastAndStepwisePreparationAgree)
             WString longLine = prefix + line;
             Fields longFields;
             NormalizeDelimitedLine(longLine, delimiters, longFields);
-            Fields expected = fastFields.empty() ? Fields{u""} : fastFields;
+            Fields expected = fastFields.empty() ? Fields{WTEXT("")} : fastFields;
             expected[0] = prefix + expected[0];
             ASSERT_EQ(longFields, expected) << "round " << round;
             ASSERT_EQ(longLine, prefix + fast);
 
             if (delimiters.size() > 1) {
                 DelimiterList withEmpty = delimiters;
-                withEmpty.push_back(u"");
+                withEmpty.push_back(WTEXT(""));
                 WString stepwise = line;
                 Fields stepwiseFields;
                 NormalizeDelimitedLine(stepwise, withEmpty, stepwiseFields);

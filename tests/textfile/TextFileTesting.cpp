@@ -82,39 +82,6 @@ WString Latin1(const std::string& bytes)
     return out;
 }
 
-WString FromUtf8(const std::string& text)
-{
-    WString out;
-    for (std::size_t i = 0; i < text.size();) {
-        const unsigned char lead = static_cast<unsigned char>(text[i]);
-        char32_t code;
-        int trailing;
-        if (lead < 0x80) {
-            code = lead;
-            trailing = 0;
-        } else if (lead < 0xE0) {
-            code = lead & 0x1F;
-            trailing = 1;
-        } else if (lead < 0xF0) {
-            code = lead & 0x0F;
-            trailing = 2;
-        } else {
-            code = lead & 0x07;
-            trailing = 3;
-        }
-        ++i;
-        for (int k = 0; k < trailing && i < text.size(); ++k, ++i)
-            code = (code << 6) | (static_cast<unsigned char>(text[i]) & 0x3F);
-        if (code >= 0x10000) {
-            out += static_cast<WChar>(0xD800 + ((code - 0x10000) >> 10));
-            out += static_cast<WChar>(0xDC00 + ((code - 0x10000) & 0x3FF));
-        } else {
-            out += static_cast<WChar>(code);
-        }
-    }
-    return out;
-}
-
 std::string TestDataFolder()
 {
     struct stat info;

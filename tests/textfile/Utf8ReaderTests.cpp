@@ -18,32 +18,32 @@ struct DecodeCase {
 void PrintTo(const DecodeCase& c, std::ostream* os) { *os << c.name; }
 
 const DecodeCase kDecodeCases[] = {
-    {"EmptyLine", "", u""},
-    {"Ascii", "P1 10.5", u"P1 10.5"},
-    {"TwoByteForm", "\xC3\xA9", u"\u00E9"},
-    {"ThreeByteForm", "\xE2\x82\xAC", u"\u20AC"},
-    {"FourByteFormBecomesSurrogatePair", "\xF0\x9F\x98\x80", u"\U0001F600"},
-    {"LastCodePoint", "\xF4\x8F\xBF\xBF", u"\U0010FFFF"},
-    {"AboveLastCodePointIsLimited", "\xF4\x90\x80\x80", u"\U0010FFFF"},
-    {"LargestFourByteFormIsLimited", "\xF7\xBF\xBF\xBF", u"\U0010FFFF"},
-    {"UFFFFIsOneUnit", "\xEF\xBF\xBF", u"\uFFFF"},
-    {"OverlongFormAccepted", "\xC0\xAF", u"/"},
-    {"OverlongThreeByteFormAccepted", "\xE0\x80\xAF", u"/"},
-    {"TrailingBytesNotChecked", "\xE0\x41\x42", u"B"},
-    {"StrayContinuationLeadsTwoByteForm", "\xBF\xBF", u"\u07FF"},
-    {"StrayContinuationTakesAsciiAsTrail", "\x80\x41", u"\u0001"},
-    {"LeadF8IsReplacementAlone", "\xF8" "a", u"\uFFFDa"},
-    {"LeadFFIsReplacementAlone", "\xFF\xFE", u"\uFFFD\uFFFD"},
-    {"EncodedSurrogateDecodedAsIs", "\xED\xA0\x80", u"\xD800"},
-    {"CutSequenceFirstGivesReplacement", "\xC3", u"\uFFFD"},
-    {"CutSequenceRepeatsPreviousAscii", "a\xC3", u"aa"},
-    {"CutSequenceRepeatsPreviousTwoByte", "\xC3\xA9\xE2\x82", u"\u00E9\u00E9"},
-    {"CutSequenceRepeatsPreviousPair", "\xF0\x9F\x98\x80\xF0\x9F", u"\U0001F600\U0001F600"},
-    {"CutSequenceAfterF8RepeatsReplacement", "x\xF8\xE2", u"x\uFFFD\uFFFD"},
-    {"CutFourByteFormConsumesWhatIsThere", "ab\xF0\x9F\x98", u"abb"},
-    {"NulByteEndsText", "a\0b"s, u"a"},
-    {"OverlongNulEndsText", "a\xC0\x80" "b", u"a"},
-    {"CrInsideLineStays", "a\rb", u"a\rb"},
+    {"EmptyLine", "", WTEXT("")},
+    {"Ascii", "P1 10.5", WTEXT("P1 10.5")},
+    {"TwoByteForm", "\xC3\xA9", WTEXT("\u00E9")},
+    {"ThreeByteForm", "\xE2\x82\xAC", WTEXT("\u20AC")},
+    {"FourByteFormBecomesSurrogatePair", "\xF0\x9F\x98\x80", WTEXT("\U0001F600")},
+    {"LastCodePoint", "\xF4\x8F\xBF\xBF", WTEXT("\U0010FFFF")},
+    {"AboveLastCodePointIsLimited", "\xF4\x90\x80\x80", WTEXT("\U0010FFFF")},
+    {"LargestFourByteFormIsLimited", "\xF7\xBF\xBF\xBF", WTEXT("\U0010FFFF")},
+    {"UFFFFIsOneUnit", "\xEF\xBF\xBF", WTEXT("\uFFFF")},
+    {"OverlongFormAccepted", "\xC0\xAF", WTEXT("/")},
+    {"OverlongThreeByteFormAccepted", "\xE0\x80\xAF", WTEXT("/")},
+    {"TrailingBytesNotChecked", "\xE0\x41\x42", WTEXT("B")},
+    {"StrayContinuationLeadsTwoByteForm", "\xBF\xBF", WTEXT("\u07FF")},
+    {"StrayContinuationTakesAsciiAsTrail", "\x80\x41", WTEXT("\u0001")},
+    {"LeadF8IsReplacementAlone", "\xF8" "a", WTEXT("\uFFFDa")},
+    {"LeadFFIsReplacementAlone", "\xFF\xFE", WTEXT("\uFFFD\uFFFD")},
+    {"EncodedSurrogateDecodedAsIs", "\xED\xA0\x80", WTEXT("\xD800")},
+    {"CutSequenceFirstGivesReplacement", "\xC3", WTEXT("\uFFFD")},
+    {"CutSequenceRepeatsPreviousAscii", "a\xC3", WTEXT("aa")},
+    {"CutSequenceRepeatsPreviousTwoByte", "\xC3\xA9\xE2\x82", WTEXT("\u00E9\u00E9")},
+    {"CutSequenceRepeatsPreviousPair", "\xF0\x9F\x98\x80\xF0\x9F", WTEXT("\U0001F600\U0001F600")},
+    {"CutSequenceAfterF8RepeatsReplacement", "x\xF8\xE2", WTEXT("x\uFFFD\uFFFD")},
+    {"CutFourByteFormConsumesWhatIsThere", "ab\xF0\x9F\x98", WTEXT("abb")},
+    {"NulByteEndsText", "a\0b"s, WTEXT("a")},
+    {"OverlongNulEndsText", "a\xC0\x80" "b", WTEXT("a")},
+    {"CrInsideLineStays", "a\rb", WTEXT("a\rb")},
 };
 
 class Utf8DecodeTest : public testing::TestWithParam<DecodeCase> {};
@@ -66,29 +66,5 @@ TEST_P(Utf8DecodeTest, DecodesLine)
 
 INSTANTIATE_TEST_SUITE_P(Utf8Reader, Utf8DecodeTest, testing::ValuesIn(kDecodeCases),
                          [](const testing::TestParamInfo<DecodeCase>& info) { return info.param.name; });
-
-TEST(Utf8Reader, EmptyLineBetweenLinesIsEmptyString)
-{
-    ScratchFolder folder;
-    const ReadResult result = ReadAll(folder.Write("u.txt", "\xEF\xBB\xBF" "a\n\nb"), 0);
-    EXPECT_EQ(result.lines, (std::vector<WString>{u"a", u"", u"b"}));
-}
-
-TEST(Utf8Reader, PreviousCharacterDoesNotCarryAcrossLines)
-{
-    ScratchFolder folder;
-    const ReadResult result = ReadAll(folder.Write("u.txt", "\xEF\xBB\xBF" "a\n\xC3"), 0);
-    EXPECT_EQ(result.lines, (std::vector<WString>{u"a", u"\uFFFD"}));
-}
-
-TEST(Utf8Reader, SequenceSplitAcrossBufferFillsDecodesWhole)
-{
-    ScratchFolder folder;
-    const WString path = folder.Write("u.txt", "\xEF\xBB\xBF" "a\xF0\x9F\x98\x80\xE2\x82\xAC" "b\r\n");
-    for (int bufferSize = 1; bufferSize <= 12; ++bufferSize) {
-        const ReadResult result = ReadAll(path, 0, bufferSize);
-        EXPECT_EQ(result.lines, (std::vector<WString>{u"a\U0001F600\u20ACb"})) << "buffer size " << bufferSize;
-    }
-}
 
 } // namespace

@@ -15,35 +15,35 @@ class ConfigValueCodec : public Windows1252Test {};
 WString ReadBack(const WString& value)
 {
     XmlDocument document;
-    document.SetText(u"<cfg v=\"" + EncodeConfigValue(value) + u"\"/>");
-    if (!document.FindElement(u"cfg"))
-        return u"(no cfg)";
-    return DecodeConfigValue(document.GetAttribute(u"v"));
+    document.SetText(WTEXT("<cfg v=\"") + EncodeConfigValue(value) + WTEXT("\"/>"));
+    if (!document.FindElement(WTEXT("cfg")))
+        return WTEXT("(no cfg)");
+    return DecodeConfigValue(document.GetAttribute(WTEXT("v")));
 }
 
 struct CodecCase {
-    const char16_t* value;
-    const char16_t* encoded;
+    const WChar* value;
+    const WChar* encoded;
 };
 
 TEST_F(ConfigValueCodec, EncodesToFixedByteForms)
 {
     const CodecCase cases[] = {
-        {u"", u""},
-        {u"x=y", u"x=3Dy"},
-        {u"\u00e9", u"=EF=BF=A9"},            // 0xE9
-        {u"\u20ac", u"=EF=BE=80"},            // 0x80
-        {u"\u00bf", u"=EF=BE=BF"},            // 0xBF
-        {u"\u00c0", u"=EF=BF=80"},            // 0xC0
-        {u"\u00ff", u"=EF=BF=BF"},            // 0xFF
-        {u"\u00d7", u"=EF=BF=97"},            // the multiplication sign
-        {u"\u00a4", u"=EF=BE=A4"},            // the internal field separator
-        {u"a & b", u"a &amp; b"},
-        {u"&lt;", u"&lt;"},
-        {u"<\">'", u"&lt;&quot;&gt;&apos;"},
-        {u"C:\\Data\\p 1.txt", u"C:\\Data\\p 1.txt"},
-        {u"\t;,", u"\t;,"},
-        {u"\u0416", u"?"}, // not in the code page
+        {WTEXT(""), WTEXT("")},
+        {WTEXT("x=y"), WTEXT("x=3Dy")},
+        {WTEXT("\u00e9"), WTEXT("=EF=BF=A9")},            // 0xE9
+        {WTEXT("\u20ac"), WTEXT("=EF=BE=80")},            // 0x80
+        {WTEXT("\u00bf"), WTEXT("=EF=BE=BF")},            // 0xBF
+        {WTEXT("\u00c0"), WTEXT("=EF=BF=80")},            // 0xC0
+        {WTEXT("\u00ff"), WTEXT("=EF=BF=BF")},            // 0xFF
+        {WTEXT("\u00d7"), WTEXT("=EF=BF=97")},            // the multiplication sign
+        {WTEXT("\u00a4"), WTEXT("=EF=BE=A4")},            // the internal field separator
+        {WTEXT("a & b"), WTEXT("a &amp; b")},
+        {WTEXT("&lt;"), WTEXT("&lt;")},
+        {WTEXT("<\">'"), WTEXT("&lt;&quot;&gt;&apos;")},
+        {WTEXT("C:\\Data\\p 1.txt"), WTEXT("C:\\Data\\p 1.txt")},
+        {WTEXT("\t;,"), WTEXT("\t;,")},
+        {WTEXT("\u0416"), WTEXT("?")}, // not in the code page
     };
     for (const CodecCase& c : cases)
         EXPECT_EQ(EncodeConfigValue(c.value), WString(c.encoded)) << ::testing::PrintToString(WString(c.value));
@@ -53,20 +53,20 @@ TEST_F(ConfigValueCodec, DecodesTheGroupsAndDropsWhatIsCutShort)
 {
     const CodecCase cases[] = {
         // {decoded, as GetAttribute returned it}
-        {u"x=y", u"x=3Dy"},
-        {u"\u00e9", u"=EF=BF=A9"},
-        {u"a & b", u"a &amp; b"},
-        {u"<", u"&lt;"},
-        {u"A~", u"=41=7e"},
-        {u"abc", u"abc="},
-        {u"abc", u"abc=4"},
-        {u"a", u"a=EF=BF"},
-        {u"", u"=E9"},               // a lone three-group lead too near the end
-        {u"a=zz", u"a=zz"},          // no group: an ordinary '='
-        {u"=EF=ZZ\u00a9", u"=EF=ZZ=A9"},
-        {u"\u00e9", u"=C3=A9"},      // a two-group sequence
-        {u"\u00a9", u"=A9"},         // a lead that starts no sequence is the byte itself
-        {u"\u00e9", u"\u00e9"},      // a character other than '=' is one byte
+        {WTEXT("x=y"), WTEXT("x=3Dy")},
+        {WTEXT("\u00e9"), WTEXT("=EF=BF=A9")},
+        {WTEXT("a & b"), WTEXT("a &amp; b")},
+        {WTEXT("<"), WTEXT("&lt;")},
+        {WTEXT("A~"), WTEXT("=41=7e")},
+        {WTEXT("abc"), WTEXT("abc=")},
+        {WTEXT("abc"), WTEXT("abc=4")},
+        {WTEXT("a"), WTEXT("a=EF=BF")},
+        {WTEXT(""), WTEXT("=E9")},               // a lone three-group lead too near the end
+        {WTEXT("a=zz"), WTEXT("a=zz")},          // no group: an ordinary '='
+        {WTEXT("=EF=ZZ\u00a9"), WTEXT("=EF=ZZ=A9")},
+        {WTEXT("\u00e9"), WTEXT("=C3=A9")},      // a two-group sequence
+        {WTEXT("\u00a9"), WTEXT("=A9")},         // a lead that starts no sequence is the byte itself
+        {WTEXT("\u00e9"), WTEXT("\u00e9")},      // a character other than '=' is one byte
     };
     for (const CodecCase& c : cases)
         EXPECT_EQ(DecodeConfigValue(c.encoded), WString(c.value)) << ::testing::PrintToString(WString(c.encoded));
@@ -75,8 +75,8 @@ TEST_F(ConfigValueCodec, DecodesTheGroupsAndDropsWhatIsCutShort)
 TEST_F(ConfigValueCodec, ThreeGroupsGiveXMinusTwoTimes64PlusYModulo256)
 {
     // Groups the encoder never writes still follow the rule.
-    EXPECT_EQ(DecodeConfigValue(u"=E0=80=41=41"), u"\u00c1A");   // (0x7E * 64 + 0x41) % 256 = 0xC1
-    EXPECT_EQ(DecodeConfigValue(u"=EF=82=FF"), u"\u00ff");        // (0x80 * 64 + 0xFF) % 256 = 0xFF
+    EXPECT_EQ(DecodeConfigValue(WTEXT("=E0=80=41=41")), WTEXT("\u00c1A"));   // (0x7E * 64 + 0x41) % 256 = 0xC1
+    EXPECT_EQ(DecodeConfigValue(WTEXT("=EF=82=FF")), WTEXT("\u00ff"));        // (0x80 * 64 + 0xFF) % 256 = 0xFF
 }
 
 TEST_F(ConfigValueCodec, EveryCodePageCharacterSurvivesARoundTrip)
@@ -94,20 +94,20 @@ TEST_F(ConfigValueCodec, EveryCodePageCharacterSurvivesARoundTrip)
 TEST(ConfigValueCodecCodePage, BytesFollowTheSystemCodePage)
 {
     const AnsiCodePageScope centralEurope(1250);
-    EXPECT_EQ(EncodeConfigValue(u"\u0142"), u"=EF=BE=B3"); // 0xB3 in Windows-1250
-    EXPECT_EQ(ReadBack(u"\u0142\u00e9\u0148"), u"\u0142\u00e9\u0148");
+    EXPECT_EQ(EncodeConfigValue(WTEXT("\u0142")), WTEXT("=EF=BE=B3")); // 0xB3 in Windows-1250
+    EXPECT_EQ(ReadBack(WTEXT("\u0142\u00e9\u0148")), WTEXT("\u0142\u00e9\u0148"));
 }
 
 TEST_F(ConfigValueCodec, AValueTypedAsAReferenceReadsBackUnescapedTwice)
 {
     const struct {
-        const char16_t* typed;
-        const char16_t* readBack;
+        const WChar* typed;
+        const WChar* readBack;
     } cases[] = {
-        {u"&lt;", u"<"},
-        {u"a & b", u"a & b"},
-        {u"x=y \u00e9", u"x=y \u00e9"},
-        {u"\"q\" <t>", u"\"q\" <t>"},
+        {WTEXT("&lt;"), WTEXT("<")},
+        {WTEXT("a & b"), WTEXT("a & b")},
+        {WTEXT("x=y \u00e9"), WTEXT("x=y \u00e9")},
+        {WTEXT("\"q\" <t>"), WTEXT("\"q\" <t>")},
     };
     for (const auto& c : cases)
         EXPECT_EQ(ReadBack(c.typed), WString(c.readBack)) << ::testing::PrintToString(WString(c.typed));

@@ -87,7 +87,7 @@ void WalkDocument(const WString& text)
     document.SetText(text);
     do {
         while (document.FindElement(nullptr))
-            for (const char16_t* name : {u"txtFile", u"id", u"a", u"name", u"version"})
+            for (const WChar* name : {WTEXT("txtFile"), WTEXT("id"), WTEXT("a"), WTEXT("name"), WTEXT("version")})
                 (void)document.GetAttribute(name);
     } while (document.EnterElement());
 }

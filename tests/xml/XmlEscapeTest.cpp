@@ -5,31 +5,31 @@
 namespace {
 
 struct EscapeCase {
-    const char16_t* input;
-    const char16_t* output;
+    const WChar* input;
+    const WChar* output;
 };
 
 TEST(XmlUnescape, ReplacesReferencesAndKeepsEverythingElse)
 {
     const EscapeCase cases[] = {
-        {u"a&lt;b", u"a<b"},
-        {u"&amp;&gt;&apos;&quot;", u"&>'\""},
-        {u"&#65;&#x41;&#x6a;&#x6A;", u"AAjj"},
-        {u"&#1234567;", u"&#1234567;"},   // seven digits, above U+10FFFF
-        {u"&#12345678;", u"&#12345678;"}, // eight characters is too many
-        {u"&#x10FFFF;", u"\U0010FFFF"},
-        {u"&#x1F600;", u"\U0001F600"},
-        {u"&#0;&#x0;&#;&#x;", u"&#0;&#x0;&#;&#x;"},
-        {u"&#X41;&#4a;&#x4g;", u"&#X41;&#4a;&#x4g;"},
-        {u"&#65", u"&#65"},
-        {u"& b", u"& b"},
-        {u"&lt", u"&lt"},
-        {u"&", u"&"},
-        {u"x&", u"x&"},
-        {u"&amp;lt;", u"&lt;"},
-        {u"&unknown;", u"&unknown;"},
-        {u"&LT;", u"&LT;"},
-        {u"&&amp;", u"&&"},
+        {WTEXT("a&lt;b"), WTEXT("a<b")},
+        {WTEXT("&amp;&gt;&apos;&quot;"), WTEXT("&>'\"")},
+        {WTEXT("&#65;&#x41;&#x6a;&#x6A;"), WTEXT("AAjj")},
+        {WTEXT("&#1234567;"), WTEXT("&#1234567;")},   // seven digits, above U+10FFFF
+        {WTEXT("&#12345678;"), WTEXT("&#12345678;")}, // eight characters is too many
+        {WTEXT("&#x10FFFF;"), WTEXT("\U0010FFFF")},
+        {WTEXT("&#x1F600;"), WTEXT("\U0001F600")},
+        {WTEXT("&#0;&#x0;&#;&#x;"), WTEXT("&#0;&#x0;&#;&#x;")},
+        {WTEXT("&#X41;&#4a;&#x4g;"), WTEXT("&#X41;&#4a;&#x4g;")},
+        {WTEXT("&#65"), WTEXT("&#65")},
+        {WTEXT("& b"), WTEXT("& b")},
+        {WTEXT("&lt"), WTEXT("&lt")},
+        {WTEXT("&"), WTEXT("&")},
+        {WTEXT("x&"), WTEXT("x&")},
+        {WTEXT("&amp;lt;"), WTEXT("&lt;")},
+        {WTEXT("&unknown;"), WTEXT("&unknown;")},
+        {WTEXT("&LT;"), WTEXT("&LT;")},
+        {WTEXT("&&amp;"), WTEXT("&&")},
     };
     for (const EscapeCase& c : cases)
         EXPECT_EQ(XmlUnescape(WString(c.input)), WString(c.output)) << ::testing::PrintToString(WString(c.input));
@@ -38,19 +38,19 @@ TEST(XmlUnescape, ReplacesReferencesAndKeepsEverythingElse)
 TEST(XmlEscape, ReplacesTheFiveCharactersButKeepsWellFormedReferences)
 {
     const EscapeCase cases[] = {
-        {u"a<b>c", u"a&lt;b&gt;c"},
-        {u"'\"", u"&apos;&quot;"},
-        {u"a & b", u"a &amp; b"},
-        {u"&lt;", u"&lt;"},
-        {u"&#65;&#x41;", u"&#65;&#x41;"},
-        {u"&_x;&:x;&\u00e9;&x-y.z9;", u"&_x;&:x;&\u00e9;&x-y.z9;"},
-        {u"&x y;", u"&amp;x y;"},
-        {u"&;", u"&amp;;"},
-        {u"&1;", u"&amp;1;"},
-        {u"&abc", u"&amp;abc"},
-        {u"&&lt;", u"&amp;&lt;"},
-        {u"C:\\Data\\x.txt", u"C:\\Data\\x.txt"},
-        {u"", u""},
+        {WTEXT("a<b>c"), WTEXT("a&lt;b&gt;c")},
+        {WTEXT("'\""), WTEXT("&apos;&quot;")},
+        {WTEXT("a & b"), WTEXT("a &amp; b")},
+        {WTEXT("&lt;"), WTEXT("&lt;")},
+        {WTEXT("&#65;&#x41;"), WTEXT("&#65;&#x41;")},
+        {WTEXT("&_x;&:x;&\u00e9;&x-y.z9;"), WTEXT("&_x;&:x;&\u00e9;&x-y.z9;")},
+        {WTEXT("&x y;"), WTEXT("&amp;x y;")},
+        {WTEXT("&;"), WTEXT("&amp;;")},
+        {WTEXT("&1;"), WTEXT("&amp;1;")},
+        {WTEXT("&abc"), WTEXT("&amp;abc")},
+        {WTEXT("&&lt;"), WTEXT("&amp;&lt;")},
+        {WTEXT("C:\\Data\\x.txt"), WTEXT("C:\\Data\\x.txt")},
+        {WTEXT(""), WTEXT("")},
     };
     for (const EscapeCase& c : cases)
         EXPECT_EQ(XmlEscape(WString(c.input)), WString(c.output)) << ::testing::PrintToString(WString(c.input));
@@ -60,17 +60,17 @@ TEST(XmlEscape, UnescapeRestoresTextWithoutAmpersands)
 {
     WString all;
     for (WChar c = 1; c < 0x300; ++c)
-        if (c != u'&')
+        if (c != WTEXT('&'))
             all += c;
     const WString escaped = XmlEscape(all);
-    EXPECT_EQ(escaped.find(u'<'), WString::npos);
-    EXPECT_EQ(escaped.find(u'"'), WString::npos);
+    EXPECT_EQ(escaped.find(WTEXT('<')), WString::npos);
+    EXPECT_EQ(escaped.find(WTEXT('"')), WString::npos);
     EXPECT_EQ(XmlUnescape(escaped), all);
 }
 
 TEST(XmlEscape, GrowsForTextMadeOnlyOfSpecialCharacters)
 {
-    const WString quotes(10000, u'"');
+    const WString quotes(10000, WTEXT('"'));
     const WString escaped = XmlEscape(quotes);
     EXPECT_EQ(escaped.size(), 60000u);
     EXPECT_EQ(XmlUnescape(escaped), quotes);

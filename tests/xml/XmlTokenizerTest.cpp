@@ -42,32 +42,32 @@ XmlNode FirstNode(const WString& text)
 }
 
 struct NodeCase {
-    const char16_t* text;
+    const WChar* text;
     std::vector<NodeShape> nodes;
 };
 
 TEST(XmlTokenizer, ReportsEveryNodeTypeWithItsExtent)
 {
     const NodeCase cases[] = {
-        {u"abc", {{kNodeText, 0, 3}}},
-        {u" \t\r\n", {{kNodeWhitespace, 0, 4}}},
-        {u"  x <a>", {{kNodeText, 0, 4}, {kNodeStartTag, 4, 3}}},
-        {u"<a>\n</a >", {{kNodeStartTag, 0, 3}, {kNodeWhitespace, 3, 1}, {kNodeEndTag, 4, 5}}},
-        {u"<?xml version=\"1.0\"?>", {{kNodeProcessingInstruction, 0, 21}}},
-        {u"<?\?>", {{kNodeProcessingInstruction, 0, 4}}},
-        {u"<!-- c -->", {{kNodeComment, 0, 10}}},
-        {u"<!---->", {{kNodeComment, 0, 7}}},
-        {u"<![CDATA[a<b>]]>", {{kNodeCData, 0, 16}}},
-        {u"<!DOCTYPE d [<!ELEMENT d ANY><!-- > ' --><!ATTLIST d a CDATA '>'>]>x",
+        {WTEXT("abc"), {{kNodeText, 0, 3}}},
+        {WTEXT(" \t\r\n"), {{kNodeWhitespace, 0, 4}}},
+        {WTEXT("  x <a>"), {{kNodeText, 0, 4}, {kNodeStartTag, 4, 3}}},
+        {WTEXT("<a>\n</a >"), {{kNodeStartTag, 0, 3}, {kNodeWhitespace, 3, 1}, {kNodeEndTag, 4, 5}}},
+        {WTEXT("<?xml version=\"1.0\"?>"), {{kNodeProcessingInstruction, 0, 21}}},
+        {WTEXT("<?\?>"), {{kNodeProcessingInstruction, 0, 4}}},
+        {WTEXT("<!-- c -->"), {{kNodeComment, 0, 10}}},
+        {WTEXT("<!---->"), {{kNodeComment, 0, 7}}},
+        {WTEXT("<![CDATA[a<b>]]>"), {{kNodeCData, 0, 16}}},
+        {WTEXT("<!DOCTYPE d [<!ELEMENT d ANY><!-- > ' --><!ATTLIST d a CDATA '>'>]>x"),
          {{kNodeDeclaration, 0, 67}, {kNodeText, 67, 1}}},
-        {u"<!DOCTYPE d SYSTEM \"a>b\">", {{kNodeDeclaration, 0, 25}}},
-        {u"<!ENTITY e \"a>b\">", {{kNodeDeclaration, 0, 17}}},
-        {u"<!ATTLIST a b CDATA '>'>", {{kNodeDeclaration, 0, 24}}},
-        {u"<!NOTATION n SYSTEM 'x'>", {{kNodeDeclaration, 0, 24}}},
-        {u"<a b='>'>", {{kNodeStartTag, 0, 9}}},
-        {u"<a b=\"'>\" c='\"'>", {{kNodeStartTag, 0, 16}}},
-        {u"<a <b>", {{kNodeStartTag, 0, 6}}},
-        {u"<\u00e9/><_/><:/><Z/>", {{kNodeStartTag, 0, 4}, {kNodeStartTag, 4, 4}, {kNodeStartTag, 8, 4}, {kNodeStartTag, 12, 4}}},
+        {WTEXT("<!DOCTYPE d SYSTEM \"a>b\">"), {{kNodeDeclaration, 0, 25}}},
+        {WTEXT("<!ENTITY e \"a>b\">"), {{kNodeDeclaration, 0, 17}}},
+        {WTEXT("<!ATTLIST a b CDATA '>'>"), {{kNodeDeclaration, 0, 24}}},
+        {WTEXT("<!NOTATION n SYSTEM 'x'>"), {{kNodeDeclaration, 0, 24}}},
+        {WTEXT("<a b='>'>"), {{kNodeStartTag, 0, 9}}},
+        {WTEXT("<a b=\"'>\" c='\"'>"), {{kNodeStartTag, 0, 16}}},
+        {WTEXT("<a <b>"), {{kNodeStartTag, 0, 6}}},
+        {WTEXT("<\u00e9/><_/><:/><Z/>"), {{kNodeStartTag, 0, 4}, {kNodeStartTag, 4, 4}, {kNodeStartTag, 8, 4}, {kNodeStartTag, 12, 4}}},
     };
     for (const NodeCase& c : cases)
         EXPECT_EQ(ReadAll(c.text), c.nodes) << "text: " << ::testing::PrintToString(WString(c.text));
@@ -75,24 +75,24 @@ TEST(XmlTokenizer, ReportsEveryNodeTypeWithItsExtent)
 
 TEST(XmlTokenizer, TagNamesEndAtWhitespaceSlashOrGreaterThan)
 {
-    const XmlNode start = FirstNode(u"<col\tno=\"1\"/>");
+    const XmlNode start = FirstNode(WTEXT("<col\tno=\"1\"/>"));
     EXPECT_EQ(start.nameStart, 1);
     EXPECT_EQ(start.nameLength, 3);
-    const XmlNode end = FirstNode(u"</cfg >");
+    const XmlNode end = FirstNode(WTEXT("</cfg >"));
     EXPECT_EQ(end.nameStart, 2);
     EXPECT_EQ(end.nameLength, 3);
-    EXPECT_EQ(FirstNode(u"<a=b>").nameLength, 3);
+    EXPECT_EQ(FirstNode(WTEXT("<a=b>")).nameLength, 3);
 }
 
 TEST(XmlTokenizer, SlashMakesAnEmptyElementOnlyAfterWhitespaceQuoteOrTheName)
 {
     const struct {
-        const char16_t* text;
+        const WChar* text;
         bool empty;
     } cases[] = {
-        {u"<x/>", true},      {u"<a v='1'/>", true}, {u"<a v=\"1\"/>", true}, {u"<a />", true},
-        {u"<a\t/>", true},    {u"<a v=1/>", false},  {u"<a b/>", false},     {u"<a/ >", false},
-        {u"<a>", false},
+        {WTEXT("<x/>"), true},      {WTEXT("<a v='1'/>"), true}, {WTEXT("<a v=\"1\"/>"), true}, {WTEXT("<a />"), true},
+        {WTEXT("<a\t/>"), true},    {WTEXT("<a v=1/>"), false},  {WTEXT("<a b/>"), false},     {WTEXT("<a/ >"), false},
+        {WTEXT("<a>"), false},
     };
     for (const auto& c : cases) {
         const XmlNode node = FirstNode(c.text);
@@ -104,29 +104,29 @@ TEST(XmlTokenizer, SlashMakesAnEmptyElementOnlyAfterWhitespaceQuoteOrTheName)
 TEST(XmlTokenizer, BadNodesCarryTheirMessageAtTheNodeStart)
 {
     const struct {
-        const char16_t* text;
-        const char16_t* message;
+        const WChar* text;
+        const WChar* message;
     } cases[] = {
-        {u"<1>", u"Incorrect tag name character at offset 0"},
-        {u"ab< a>", u"Incorrect tag name character at offset 2"},
-        {u"<!x>", u"Incorrect ! tag at offset 0"},
-        {u"<!-x>", u"Incorrect comment tag at offset 0"},
-        {u"<![x>", u"Incorrect tag at offset 0"},
-        {u"<", u"tag at offset 0 unterminated"},
-        {u"<!", u"tag at offset 0 unterminated"},
-        {u"<!-", u"tag at offset 0 unterminated"},
-        {u"<![", u"tag at offset 0 unterminated"},
-        {u"<a", u"Element tag at offset 0 unterminated"},
-        {u"<a b='>", u"Element tag at offset 0 unterminated"},
-        {u"</a", u"Element end tag at offset 0 unterminated"},
-        {u"<![CDATA[x]>", u"CDATA Section at offset 0 unterminated"},
-        {u"<?pi ?", u"Processing instruction at offset 0 unterminated"},
-        {u"<?>", u"Processing instruction at offset 0 unterminated"},
-        {u"<!-- x --", u"Comment at offset 0 unterminated"},
-        {u"<!-->", u"Comment at offset 0 unterminated"},
-        {u"<!DOCTYPE d [<!ELEMENT d ANY>", u"Doctype at offset 0 unterminated"},
-        {u"<!DOCTYPE d [<!-- ]> ", u"Doctype at offset 0 unterminated"},
-        {u"<!ELEMENT x", u"Doctype at offset 0 unterminated"},
+        {WTEXT("<1>"), WTEXT("Incorrect tag name character at offset 0")},
+        {WTEXT("ab< a>"), WTEXT("Incorrect tag name character at offset 2")},
+        {WTEXT("<!x>"), WTEXT("Incorrect ! tag at offset 0")},
+        {WTEXT("<!-x>"), WTEXT("Incorrect comment tag at offset 0")},
+        {WTEXT("<![x>"), WTEXT("Incorrect tag at offset 0")},
+        {WTEXT("<"), WTEXT("tag at offset 0 unterminated")},
+        {WTEXT("<!"), WTEXT("tag at offset 0 unterminated")},
+        {WTEXT("<!-"), WTEXT("tag at offset 0 unterminated")},
+        {WTEXT("<!["), WTEXT("tag at offset 0 unterminated")},
+        {WTEXT("<a"), WTEXT("Element tag at offset 0 unterminated")},
+        {WTEXT("<a b='>"), WTEXT("Element tag at offset 0 unterminated")},
+        {WTEXT("</a"), WTEXT("Element end tag at offset 0 unterminated")},
+        {WTEXT("<![CDATA[x]>"), WTEXT("CDATA Section at offset 0 unterminated")},
+        {WTEXT("<?pi ?"), WTEXT("Processing instruction at offset 0 unterminated")},
+        {WTEXT("<?>"), WTEXT("Processing instruction at offset 0 unterminated")},
+        {WTEXT("<!-- x --"), WTEXT("Comment at offset 0 unterminated")},
+        {WTEXT("<!-->"), WTEXT("Comment at offset 0 unterminated")},
+        {WTEXT("<!DOCTYPE d [<!ELEMENT d ANY>"), WTEXT("Doctype at offset 0 unterminated")},
+        {WTEXT("<!DOCTYPE d [<!-- ]> "), WTEXT("Doctype at offset 0 unterminated")},
+        {WTEXT("<!ELEMENT x"), WTEXT("Doctype at offset 0 unterminated")},
     };
     for (const auto& c : cases) {
         const WString text(c.text);
@@ -140,8 +140,8 @@ TEST(XmlTokenizer, BadNodesCarryTheirMessageAtTheNodeStart)
 
 TEST(XmlTokenizer, IncorrectTagCoversOnlyItsLessThanSoReadingGoesOn)
 {
-    EXPECT_EQ(ReadAll(u"<<a>"), (std::vector<NodeShape>{{kNodeBad, 0, 1}, {kNodeStartTag, 1, 3}}));
-    EXPECT_EQ(ReadAll(u"x<a"), (std::vector<NodeShape>{{kNodeText, 0, 1}, {kNodeBad, 1, 2}}));
+    EXPECT_EQ(ReadAll(WTEXT("<<a>")), (std::vector<NodeShape>{{kNodeBad, 0, 1}, {kNodeStartTag, 1, 3}}));
+    EXPECT_EQ(ReadAll(WTEXT("x<a")), (std::vector<NodeShape>{{kNodeText, 0, 1}, {kNodeBad, 1, 2}}));
 }
 
 } // namespace
