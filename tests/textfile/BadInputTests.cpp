@@ -109,8 +109,9 @@ TEST(BadInput, CorpusFilesAreDetectedByTheirMarks)
         EXPECT_EQ(result.encoding, c.encoding) << c.file;
         EXPECT_EQ(result.counted, result.lines.size()) << c.file;
         ASSERT_FALSE(result.lines.empty()) << c.file;
-        if (c.titled)
+        if (c.titled) {
             EXPECT_EQ(result.lines[0].substr(0, 6), WTEXT("UTF-16")) << c.file;
+        }
     }
     const ReadResult le = ReadAll(FromUtf8(base + "ja/utf-16le.txt"), TextEncoding::Utf16LE);
     ASSERT_FALSE(le.lines.empty());
