@@ -46,14 +46,8 @@ public:
     bool operator==(const CDataBox& other) const;
     bool operator!=(const CDataBox& other) const { return !(*this == other); }
 
-    // Reference host: read access for the host application and tests. Each getter gives 0
-    // or "" for a value of another kind.
-    Kind GetKind() const { return kind_; }
-    int GetInteger() const { return kind_ == Kind::Integer ? storage_.integer : 0; }
-    double GetReal() const { return kind_ == Kind::Real ? storage_.real : 0.0; }
-    WString GetText() const { return kind_ == Kind::Text ? WString(TextData(), length_) : WString(); }
-
 private:
+    friend class VeltoGis::HostSide;
     static constexpr unsigned kInlineUnits = 8;
     const WChar* TextData() const { return length_ <= kInlineUnits ? storage_.inlineText : storage_.heapText; }
     void AssignText(const WChar* text, std::size_t length);

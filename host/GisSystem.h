@@ -19,11 +19,8 @@ public:
     CEntity();
     virtual ~CEntity();
 
-    // Reference host: the entity's field values, looked up by field id.
-    void SetField(const WString& fieldId, const Data::CDataBox& value);
-    const Data::CDataBox* FindField(const WString& fieldId) const;
-
 private:
+    friend class VeltoGis::HostSide;
     std::vector<std::pair<WString, Data::CDataBox>> fields_;
 };
 
@@ -46,10 +43,9 @@ class VELTOGIS_API CGisSystem {
 public:
     CGisSystem();
     virtual ~CGisSystem();
-    // Reference host: the drawing's entities.
-    std::vector<boost::shared_ptr<Topology::CEntity>>& Entities() { return entities_; }
 
 private:
+    friend class VeltoGis::HostSide;
     std::vector<boost::shared_ptr<Topology::CEntity>> entities_;
 };
 
@@ -57,10 +53,9 @@ class VELTOGIS_API CSystemManager {
 public:
     static CSystemManager* Instance();
     CGisSystem* GetActiveSystem();
-    // Reference host: replaces the active system (null: none).
-    void SetActiveSystem(CGisSystem* system);
 
 private:
+    friend class VeltoGis::HostSide;
     CSystemManager();
     CGisSystem* active_;
 };

@@ -38,49 +38,8 @@ public:
     void Hide();
     void RestoreState();
 
-    // Reference host: what the bar was told, for tests.
-    enum class CallKind { SaveState, Show, SetPosition, Hide, RestoreState };
-    struct Call {
-        CallKind kind;
-        int value = 0;  // the position of SetPosition; the lower bound of Show
-        int upper = 0;  // the upper bound of Show
-        WString text;   // the text of Show
-    };
-    // Recording is off until a test starts it; while it is off nothing accumulates.
-    void StartRecording();
-    void StopRecording();
-    const std::vector<Call>& RecordedCalls() const { return calls_; }
-    bool IsShown() const { return shown_; }
-    int Position() const { return position_; }
-    // The upper bound of the last Show, which RestoreState leaves alone: how many steps the
-    // last run announced (for an import, the lines of its file).
-    int LastShownUpper() const { return lastShownUpper_; }
-    // Draws on stderr when it is a terminal and drawing is enabled (the host application
-    // enables it unless told to be quiet).
-    void EnableDrawing(bool enable);
-
 private:
-    CCoreProgressBar();
-    void Draw(bool final);
-
-    std::vector<Call> calls_;
-    bool recording_ = false;
-    bool drawing_ = false;
-    bool terminal_ = false;
-    bool shown_ = false;
-    bool savedShown_ = false;
-    int lower_ = 0;
-    int upper_ = 0;
-    int position_ = 0;
-    int lastShownUpper_ = 0;
-    int nextDrawPosition_ = 0;
-    long long lastDrawMicroseconds_ = 0;
-    WString text_;
-    // The bar as SaveState found it, for RestoreState.
-    WString savedText_;
-    int savedLower_ = 0;
-    int savedUpper_ = 0;
-    int savedPosition_ = 0;
+    CCoreProgressBar() = default;
 };
 
 class VELTOGIS_API CUtility {

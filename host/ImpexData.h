@@ -29,12 +29,8 @@ public:
     void AddData(boost::shared_ptr<CDataBox> value);
     DataValueList* GetData() { return &values_; }
 
-    // Reference host: read access.
-    bool HasName() const { return name_.IsNotNull(); }
-    WString GetName() const { return name_.GetText(); }
-    const DataValueList& Values() const { return values_; }
-
 private:
+    friend class VeltoGis::HostSide;
     CDataBox name_; // a text value once named; compact, as millions of entities carry one
     DataValueList values_;
 };
@@ -45,10 +41,8 @@ public:
     ~CImpexPoint() override;
     void SetPosition(const AcGePoint3d& position);
 
-    bool HasPosition() const { return hasPosition_; }
-    const AcGePoint3d& GetPosition() const { return position_; }
-
 private:
+    friend class VeltoGis::HostSide;
     AcGePoint3d position_;
     bool hasPosition_ = false;
 };
@@ -60,12 +54,8 @@ public:
     void SetStartingNodeName(const WChar* name);
     void SetEndingNodeName(const WChar* name);
 
-    bool HasStartingNodeName() const { return hasStart_; }
-    bool HasEndingNodeName() const { return hasEnd_; }
-    const WString& GetStartingNodeName() const { return start_; }
-    const WString& GetEndingNodeName() const { return end_; }
-
 private:
+    friend class VeltoGis::HostSide;
     WString start_;
     WString end_;
     bool hasStart_ = false;
@@ -91,13 +81,8 @@ public:
 
     void AddPoint(const double& x, const double& y);
 
-    std::size_t PointCount() const { return count_; }
-    // The kept points as x0, y0, x1, y1, ... (empty with Storage::CountOnly).
-    const std::vector<double>& Coordinates() const { return coordinates_; }
-    // An order-sensitive checksum over the bits of every coordinate added.
-    std::uint64_t Checksum() const { return checksum_; }
-
 private:
+    friend class VeltoGis::HostSide;
     Storage storage_;
     std::vector<double> coordinates_;
     std::size_t count_ = 0;
@@ -121,11 +106,8 @@ public:
     void AddDBRow(boost::shared_ptr<CDBRow> row);
     int GetLinkedFieldIndex() const { return linkedFieldIndex_; }
 
-    // Reference host.
-    void SetLinkedFieldIndex(int index) { linkedFieldIndex_ = index; }
-    const std::vector<boost::shared_ptr<CDBRow>>& Rows() const { return rows_; }
-
 private:
+    friend class VeltoGis::HostSide;
     std::vector<boost::shared_ptr<CDBRow>> rows_;
     int linkedFieldIndex_ = 0;
 };
@@ -159,14 +141,8 @@ public:
     void TransformData_Import(CDataBox* value);
     void TransformData_Export(CDataBox* value);
 
-    // Reference host: building binds.
-    void SetSourceDataId(const WChar* id);
-    void SetTargetDataId(const WChar* id);
-    void SetSourceDataDefinition(boost::shared_ptr<CDataDefinition> definition);
-    void SetImportTransform(Transform transform);
-    void SetExportTransform(Transform transform);
-
 private:
+    friend class VeltoGis::HostSide;
     WString sourceId_;
     WString targetId_;
     boost::shared_ptr<CDataDefinition> sourceDefinition_;
@@ -182,10 +158,8 @@ public:
     // The first bind with that target id, or an empty pointer.
     boost::shared_ptr<CDataBind> GetDataBindByTargetDataId(const WChar* targetId);
 
-    // Reference host.
-    void Add(boost::shared_ptr<CDataBind> bind) { binds_.push_back(std::move(bind)); }
-
 private:
+    friend class VeltoGis::HostSide;
     std::vector<boost::shared_ptr<CDataBind>> binds_;
 };
 

@@ -23,9 +23,9 @@ public:
     CRepositoryItem();
     virtual ~CRepositoryItem();
     enmEntityType GetEntityType() const { return entityType_; }
-    void SetEntityType(enmEntityType type) { entityType_ = type; }
 
 private:
+    friend class VeltoGis::HostSide;
     enmEntityType entityType_ = EntityTypeNone;
 };
 
@@ -47,18 +47,8 @@ public:
     int GetImportDataOnly() const { return dataOnly_; }
     int GetImportSectionNodes() const { return sectionNodes_; }
 
-    // Reference host: building jobs, and the answers the engines' base class gives for
-    // path editing on this job (both allowed unless changed).
-    void SetDBCollection(boost::shared_ptr<CDataBindCollection> binds) { binds_ = std::move(binds); }
-    void SetDBCollectionNode(boost::shared_ptr<CDataBindCollection> binds) { bindsNode_ = std::move(binds); }
-    void SetImportDataOnly(int dataOnly) { dataOnly_ = dataOnly; }
-    void SetImportSectionNodes(int sectionNodes) { sectionNodes_ = sectionNodes; }
-    void SetAllowPrimaryFilePathEdit(int allow) { allowPrimaryEdit_ = allow; }
-    void SetAllowSecondaryFilePathEdit(int allow) { allowSecondaryEdit_ = allow; }
-    int AllowsPrimaryFilePathEdit() const { return allowPrimaryEdit_; }
-    int AllowsSecondaryFilePathEdit() const { return allowSecondaryEdit_; }
-
 private:
+    friend class VeltoGis::HostSide;
     WString configuration_;
     WString configurationNode_;
     boost::shared_ptr<CDataBindCollection> binds_;
@@ -82,15 +72,8 @@ public:
     boost::shared_ptr<CDataBindCollection> GetDBCollection() const { return binds_; }
     boost::shared_ptr<CDataBindCollection> GetDBCollectionNode() const { return bindsNode_; }
 
-    // Reference host.
-    void SetDBCollection(boost::shared_ptr<CDataBindCollection> binds) { binds_ = std::move(binds); }
-    void SetDBCollectionNode(boost::shared_ptr<CDataBindCollection> binds) { bindsNode_ = std::move(binds); }
-    void SetAllowPrimaryFilePathEdit(int allow) { allowPrimaryEdit_ = allow; }
-    void SetAllowSecondaryFilePathEdit(int allow) { allowSecondaryEdit_ = allow; }
-    int AllowsPrimaryFilePathEdit() const { return allowPrimaryEdit_; }
-    int AllowsSecondaryFilePathEdit() const { return allowSecondaryEdit_; }
-
 private:
+    friend class VeltoGis::HostSide;
     WString configuration_;
     WString configurationNode_;
     boost::shared_ptr<CDataBindCollection> binds_;

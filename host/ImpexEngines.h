@@ -64,13 +64,8 @@ public:
     /* 26 */ virtual int SetSecondaryFilePath(CImportDefinition* definition, const WChar* path) = 0;
     /* 27 */ virtual WString GetFileFilter();
 
-    // What the framework shows of the engine.
-    const WString& GetEngineId() const { return id_; }
-    const WString& GetEngineName() const { return name_; }
-    const WString& GetEngineDescription() const { return description_; }
-    unsigned int GetEngineMask() const { return mask_; }
-
 private:
+    friend class VeltoGis::HostSide;
     WString id_;
     WString name_;
     WString description_;
@@ -112,12 +107,8 @@ public:
     /* 23 */ virtual int SetSecondaryFilePath(CExportDefinition* definition, const WChar* path) = 0;
     /* 24 */ virtual WString GetFileFilter();
 
-    const WString& GetEngineId() const { return id_; }
-    const WString& GetEngineName() const { return name_; }
-    const WString& GetEngineDescription() const { return description_; }
-    unsigned int GetEngineMask() const { return mask_; }
-
 private:
+    friend class VeltoGis::HostSide;
     WString id_;
     WString name_;
     WString description_;
@@ -145,19 +136,8 @@ public:
     // Creates the framework's per-job data for an import; 1 when created.
     int CreateUserData(CImportDefinition* definition);
 
-    // Reference host: lookups and bookkeeping for the host application and tests.
-    boost::shared_ptr<IImportEngine> FindImporter(const WString& id) const;
-    boost::shared_ptr<IExportEngine> FindExporter(const WString& id) const;
-    const std::vector<boost::shared_ptr<IImportEngine>>& Importers() const { return importers_; }
-    const std::vector<boost::shared_ptr<IExportEngine>>& Exporters() const { return exporters_; }
-    int UserDataCount(const CImportDefinition* definition) const;
-    void Clear();
-
 private:
     CImpexManager() = default;
-    std::vector<boost::shared_ptr<IImportEngine>> importers_;
-    std::vector<boost::shared_ptr<IExportEngine>> exporters_;
-    std::vector<const CImportDefinition*> userData_;
 };
 
 } // namespace ImportExport

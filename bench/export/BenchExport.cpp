@@ -7,6 +7,7 @@
 #include "export/EntityExport.h"
 #include "export/ExportEngine_Txt.h"
 #include "host/GisUtility.h"
+#include "refhost/HostSide.h"
 #include "ui/DialogFactory.h"
 
 #include <boost/make_shared.hpp>
@@ -87,15 +88,15 @@ ImpexEntityList MakeEntities(long count)
 CExportDefinition MakeJob(const WString& path, int format)
 {
     CExportDefinition definition;
-    definition.SetEntityType(VeltoGis::EntityTypePoint);
+    refhost::SetEntityType(definition, VeltoGis::EntityTypePoint);
     const WString configuration = WTEXT("<?xml version=\"1.0\" encoding=\"utf-8\"?><cfg txtFile=\"") + path +
                                   WTEXT("\" comment=\"#\" delimiter=\";\" header=\"1\" format=\"") +
                                   (format ? WTEXT("1") : WTEXT("0")) + WTEXT("\"/>");
     definition.SetExporterConfiguration(configuration.c_str());
     auto binds = boost::make_shared<CDataBindCollection>();
     for (const WChar* target : {WTEXT("NAME"), WTEXT("X"), WTEXT("Y"), WTEXT("H"), WTEXT("CODE")})
-        binds->Add(boost::make_shared<CDataBind>(target, target));
-    definition.SetDBCollection(binds);
+        refhost::AddBind(*binds, boost::make_shared<CDataBind>(target, target));
+    refhost::SetDBCollection(definition, binds);
     return definition;
 }
 

@@ -8,10 +8,11 @@
 #include "bench/common/BenchClocks.h"
 #include "host/GisUtility.h"
 #include "host/ImpexEngines.h"
+#include "import/ColumnData.h"
 #include "import/ImportEngine_Txt.h"
 #include "import/ImportTxtConfiguration.h"
-#include "import/ColumnData.h"
 #include "import/ValueFactory.h"
+#include "refhost/HostSide.h"
 
 #include <boost/make_shared.hpp>
 
@@ -171,12 +172,12 @@ WString Configuration(const Options& options)
 CImportDefinition Job(const Options& options, const std::vector<std::pair<const WChar*, const WChar*>>& binds)
 {
     CImportDefinition job;
-    job.SetEntityType(VeltoGis::EntityTypePoint);
+    refhost::SetEntityType(job, VeltoGis::EntityTypePoint);
     job.SetImporterConfiguration(Configuration(options).c_str());
     auto collection = boost::make_shared<CDataBindCollection>();
     for (const auto& bind : binds)
-        collection->Add(boost::make_shared<CDataBind>(bind.first, bind.second));
-    job.SetDBCollection(collection);
+        refhost::AddBind(*collection, boost::make_shared<CDataBind>(bind.first, bind.second));
+    refhost::SetDBCollection(job, collection);
     return job;
 }
 
@@ -285,10 +286,10 @@ int main(int argc, char** argv)
         ResetPeakMemory();
         const double start = ProcessCpuSeconds(), wallStart = WallSeconds();
         const int result = engine.ImportCloud(&job, cloud);
-        Figure figure{ProcessCpuSeconds() - start, cloud->PointCount(), WallSeconds() - wallStart};
+        Figure figure{ProcessCpuSeconds() - start, refhost::PointCountOf(*cloud), WallSeconds() - wallStart};
         Report("ImportCloud", figure, megabytes, haveLimit ? &limit : nullptr);
         std::printf("               result %d, %zu points, checksum %016llx, peak memory %.1f MB\n", result,
-                    cloud->PointCount(), static_cast<unsigned long long>(cloud->Checksum()),
+                    refhost::PointCountOf(*cloud), static_cast<unsigned long long>(refhost::ChecksumOf(*cloud)),
                     StatusKilobytes("VmHWM:") / 1024.0);
     }
 

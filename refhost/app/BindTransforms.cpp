@@ -1,6 +1,7 @@
 #include "refhost/app/BindTransforms.h"
 
 #include "host/GisUtility.h"
+#include "refhost/HostSide.h"
 #include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
 
@@ -26,9 +27,9 @@ locale_t UnicodeLocale()
 template <typename Map>
 void MapText(CDataBox& value, Map map)
 {
-    if (value.GetKind() != CDataBox::Kind::Text)
+    if (refhost::KindOf(value) != CDataBox::Kind::Text)
         return;
-    WString text = value.GetText();
+    WString text = refhost::TextOf(value);
     for (WChar& unit : text) {
         if (unit < 0xD800 || unit > 0xDFFF)
             unit = static_cast<WChar>(map(static_cast<wint_t>(unit)));
@@ -52,9 +53,9 @@ bool IsBlank(WChar c) { return c == ' ' || c == '\t' || c == 0x00A0; }
 
 void Trim(CDataBox& value)
 {
-    if (value.GetKind() != CDataBox::Kind::Text)
+    if (refhost::KindOf(value) != CDataBox::Kind::Text)
         return;
-    const WString& text = value.GetText();
+    const WString& text = refhost::TextOf(value);
     std::size_t first = 0, last = text.size();
     while (first < last && IsBlank(text[first]))
         ++first;
@@ -74,23 +75,27 @@ void ToText(CDataBox& value)
 
 void ToReal(CDataBox& value)
 {
-    switch (value.GetKind()) {
-    case CDataBox::Kind::Text: value.SetValue(VeltoGis::Utility::CUtility::AtoF(value.GetText().c_str())); break;
-    case CDataBox::Kind::Integer: value.SetValue(static_cast<double>(value.GetInteger())); break;
+    switch (refhost::KindOf(value)) {
+    case CDataBox::Kind::Text:
+        value.SetValue(VeltoGis::Utility::CUtility::AtoF(refhost::TextOf(value).c_str()));
+        break;
+    case CDataBox::Kind::Integer:
+        value.SetValue(static_cast<double>(refhost::IntegerOf(value)));
+        break;
     default: break;
     }
 }
 
 void ToInteger(CDataBox& value)
 {
-    switch (value.GetKind()) {
+    switch (refhost::KindOf(value)) {
     case CDataBox::Kind::Text: {
-        const double number = VeltoGis::Utility::CUtility::AtoF(value.GetText().c_str());
+        const double number = VeltoGis::Utility::CUtility::AtoF(refhost::TextOf(value).c_str());
         value.SetValue(std::isfinite(number) && std::fabs(number) < 2147483648.0 ? static_cast<int>(number) : 0);
         break;
     }
     case CDataBox::Kind::Real: {
-        const double number = value.GetReal();
+        const double number = refhost::RealOf(value);
         value.SetValue(std::isfinite(number) && std::fabs(number) < 2147483648.0 ? static_cast<int>(number) : 0);
         break;
     }
@@ -145,8 +150,8 @@ void ApplyTransforms(const std::vector<TransformOption>& choices,
                 continue;
             for (const auto& bind : collection->GetDataBindCollection()) {
                 if (bind && bind->GetTargetDataId() == target) {
-                    bind->SetImportTransform(transform);
-                    bind->SetExportTransform(transform);
+                    refhost::SetImportTransform(*bind, transform);
+                    refhost::SetExportTransform(*bind, transform);
                     ++applied;
                 }
             }

@@ -1,6 +1,8 @@
 // "config", "describe" and "configure": configuration strings and what the engines make of
 // them, with the engines doing all reading and writing of the configuration form.
 
+#include "refhost/CadShimDialogs.h"
+#include "refhost/HostSide.h"
 #include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
 #include "refhost/app/CodePageText.h"
@@ -8,7 +10,6 @@
 #include "refhost/app/ConfigDraft.h"
 #include "refhost/app/EnginePaths.h"
 #include "refhost/app/OutputFile.h"
-#include "refhost/CadShimDialogs.h"
 
 #include <iostream>
 
@@ -96,7 +97,7 @@ void DescribeImport(IImportEngine& engine, const WString& text, const DescribeRe
     DataDefinitionList fields;
     CallEngine([&] { return engine.GetSourceDataDefinitions(&definition, fields, node), 0; });
 
-    PrintDescription(out, engine.GetEngineId(), description, path);
+    PrintDescription(out, refhost::EngineIdOf(engine), description, path);
     out << "source fields:";
     for (const auto& field : fields)
         out << " " << ToUtf8(field->GetDataID()) << " (" << TypeName(field->GetDataType()) << ")";
@@ -115,7 +116,7 @@ void DescribeExport(IExportEngine& engine, const WString& text, const DescribeRe
     CallEngine([&] { return engine.GetDescription(description, &definition, node), 0; });
     const WString path = CallEngine(
         [&] { return node ? engine.GetSecondaryFilePath(&definition) : engine.GetPrimaryFilePath(&definition); });
-    PrintDescription(out, engine.GetEngineId(), description, path);
+    PrintDescription(out, refhost::EngineIdOf(engine), description, path);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // "engines" and "targets": what the registered engines say of themselves and of a job.
 
+#include "refhost/HostSide.h"
 #include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
 #include "refhost/app/Commands.h"
@@ -14,11 +15,11 @@ using refhost::ToUtf8;
 template <typename Engine>
 void PrintEngineHeader(Engine& engine, const char* role, std::ostream& out)
 {
-    out << ToUtf8(engine.GetEngineId()) << " (" << role << ")\n";
-    out << "  name: " << ToUtf8(engine.GetEngineName()) << "\n";
-    out << "  description: " << ToUtf8(engine.GetEngineDescription()) << "\n";
+    out << ToUtf8(refhost::EngineIdOf(engine)) << " (" << role << ")\n";
+    out << "  name: " << ToUtf8(refhost::EngineNameOf(engine)) << "\n";
+    out << "  description: " << ToUtf8(refhost::EngineDescriptionOf(engine)) << "\n";
     out << "  file filter: " << ToUtf8(CallEngine([&] { return engine.GetFileFilter(); })) << "\n";
-    out << "  mask: 0x" << std::hex << engine.GetEngineMask() << std::dec << "\n";
+    out << "  mask: 0x" << std::hex << refhost::EngineMaskOf(engine) << std::dec << "\n";
 }
 
 void PrintImporter(IImportEngine& engine, bool verbose, std::ostream& out)
@@ -60,10 +61,9 @@ void PrintIds(const char* label, const TargetIdList& ids, std::ostream& out)
 
 int RunEnginesCommand(ModuleHost&, const EnginesRequest& request, std::ostream& out)
 {
-    const CImpexManager* manager = CImpexManager::Instance();
-    for (const auto& engine : manager->Importers())
+    for (const auto& engine : refhost::Importers())
         PrintImporter(*engine, request.verbose, out);
-    for (const auto& engine : manager->Exporters())
+    for (const auto& engine : refhost::Exporters())
         PrintExporter(*engine, request.verbose, out);
     return ExitSuccess;
 }
@@ -71,9 +71,9 @@ int RunEnginesCommand(ModuleHost&, const EnginesRequest& request, std::ostream& 
 int RunTargetsCommand(ModuleHost& module, const TargetsRequest& request, std::ostream& out)
 {
     CImportDefinition definition;
-    definition.SetEntityType(
-        static_cast<VeltoGis::enmEntityType>(request.entityType.value_or(DefaultEntityType(request.kind))));
-    definition.SetImportDataOnly(request.dataOnly ? 1 : 0);
+    refhost::SetEntityType(
+        definition, static_cast<VeltoGis::enmEntityType>(request.entityType.value_or(DefaultEntityType(request.kind))));
+    refhost::SetImportDataOnly(definition, request.dataOnly ? 1 : 0);
     TargetIdList required, excluded;
     CallEngine([&] { return module.Importer().GetRequiredTargetIds(&definition, required), 0; });
     CallEngine([&] { return module.Importer().GetExcludedTargetIds(&definition, excluded), 0; });

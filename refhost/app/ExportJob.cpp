@@ -2,6 +2,7 @@
 
 #include "export/ExportSides.h"
 
+#include "refhost/HostSide.h"
 #include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
 #include "refhost/app/BindTransforms.h"
@@ -39,7 +40,7 @@ int FieldType(const ExportInput& input, int index)
     for (const InputRecord& record : input.records) {
         if (static_cast<std::size_t>(index) >= record.values.size() || !record.values[index].IsNotNull())
             continue;
-        switch (record.values[index].GetKind()) {
+        switch (refhost::KindOf(record.values[index])) {
         case CDataBox::Kind::Integer: return VeltoGis::Data::DataTypeInteger;
         case CDataBox::Kind::Real: return VeltoGis::Data::DataTypeReal;
         default: return VeltoGis::Data::DataTypeText;
@@ -73,7 +74,7 @@ ExportJob::~ExportJob()
     if (!drawingEntities_)
         return;
     // The drawing gets back to what it held before this job.
-    auto& drawing = VeltoGis::System::CSystemManager::Instance()->GetActiveSystem()->Entities();
+    auto& drawing = refhost::EntitiesOf(*VeltoGis::System::CSystemManager::Instance()->GetActiveSystem());
     const auto& added = drawingEntities_->GetEntities();
     drawing.erase(std::remove_if(drawing.begin(), drawing.end(),
                                  [&added](const auto& entity) {
@@ -90,8 +91,8 @@ bool ExportJob::WriterReadsNodeSide() const
 
 void ExportJob::Build(unsigned codePage)
 {
-    definition_.SetEntityType(
-        static_cast<VeltoGis::enmEntityType>(request_.entityType.value_or(WriterEntityType(request_.kind))));
+    refhost::SetEntityType(definition_, static_cast<VeltoGis::enmEntityType>(
+                                            request_.entityType.value_or(WriterEntityType(request_.kind))));
     WString main;
     if (request_.config.IsComposed()) {
         main = ExportConfigDraft(request_.config, codePage);
@@ -112,9 +113,9 @@ void ExportJob::Build(unsigned codePage)
         for (const std::string& field : input_.fieldNames)
             mainBinds.push_back(BindOption{field, field});
     }
-    definition_.SetDBCollection(MakeBinds(mainBinds, "--bind"));
+    refhost::SetDBCollection(definition_, MakeBinds(mainBinds, "--bind"));
     if (!request_.nodeBinds.empty())
-        definition_.SetDBCollectionNode(MakeBinds(request_.nodeBinds, "--node-bind"));
+        refhost::SetDBCollectionNode(definition_, MakeBinds(request_.nodeBinds, "--node-bind"));
     ApplyTransforms(request_.transforms, {definition_.GetDBCollection(), definition_.GetDBCollectionNode()});
     BuildEntities();
 }
@@ -137,9 +138,9 @@ boost::shared_ptr<CDataBindCollection> ExportJob::MakeBinds(const std::vector<Bi
             definition->SetDataID(source.c_str());
             definition->SetName(source.c_str());
             definition->SetDataType(index < 0 ? VeltoGis::Data::DataTypeText : FieldType(input_, index));
-            bind->SetSourceDataDefinition(definition);
+            refhost::SetSourceDataDefinition(*bind, definition);
         }
-        collection->Add(bind);
+        refhost::AddBind(*collection, bind);
     }
     return collection;
 }
@@ -160,12 +161,12 @@ void ExportJob::BuildEntities()
 
     if (request_.kind == ExportKind::Lines) {
         drawingEntities_ = boost::make_shared<VeltoGis::Topology::CEntityContainer>();
-        auto& drawing = VeltoGis::System::CSystemManager::Instance()->GetActiveSystem()->Entities();
+        auto& drawing = refhost::EntitiesOf(*VeltoGis::System::CSystemManager::Instance()->GetActiveSystem());
         for (const InputRecord& record : input_.records) {
             auto entity = boost::make_shared<CEntity>();
             for (const int field : fields) {
                 if (field >= 0)
-                    entity->SetField(FromUtf8(input_.fieldNames[field]), valueOf(record, field));
+                    refhost::SetEntityField(*entity, FromUtf8(input_.fieldNames[field]), valueOf(record, field));
             }
             drawingEntities_->GetEntities().push_back(entity);
             drawing.push_back(entity);

@@ -3,6 +3,7 @@
 #include "host/GisUtility.h"
 #include "import/ImportSides.h"
 #include "import/ImportTargets.h"
+#include "refhost/HostSide.h"
 #include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
 #include "refhost/app/BindTransforms.h"
@@ -109,10 +110,10 @@ ImportSides ImportJob::Sides() const
 
 void ImportJob::Build(unsigned codePage)
 {
-    definition_.SetEntityType(
-        static_cast<VeltoGis::enmEntityType>(request_.entityType.value_or(DefaultEntityType(request_.kind))));
-    definition_.SetImportDataOnly(request_.dataOnly ? 1 : 0);
-    definition_.SetImportSectionNodes(request_.sectionNodes ? 1 : 0);
+    refhost::SetEntityType(definition_, static_cast<VeltoGis::enmEntityType>(
+                                            request_.entityType.value_or(DefaultEntityType(request_.kind))));
+    refhost::SetImportDataOnly(definition_, request_.dataOnly ? 1 : 0);
+    refhost::SetImportSectionNodes(definition_, request_.sectionNodes ? 1 : 0);
 
     const WString primary = request_.config.IsComposed()
                                 ? ImportConfigDraft(request_.config, codePage)
@@ -138,14 +139,14 @@ void ImportJob::Build(unsigned codePage)
 
     // FILE becomes the file path of the configuration the builder reads.
     SetPathThroughEngine(engine_, definition_, Sides().secondaryConfiguration, request_.file);
-    definition_.SetDBCollection(MakeBinds(request_.binds, 0, "--bind"));
+    refhost::SetDBCollection(definition_, MakeBinds(request_.binds, 0, "--bind"));
     if (!request_.nodeBinds.empty()) {
         // The polygon builder, and the cloud builder outside line jobs, match the secondary
         // binds against the primary configuration's columns.
         const bool primaryColumns =
             request_.kind == ImportKind::Polygons ||
             (request_.kind == ImportKind::Cloud && definition_.GetEntityType() != VeltoGis::EntityTypeLine);
-        definition_.SetDBCollectionNode(MakeBinds(request_.nodeBinds, primaryColumns ? 0 : 1, "--node-bind"));
+        refhost::SetDBCollectionNode(definition_, MakeBinds(request_.nodeBinds, primaryColumns ? 0 : 1, "--node-bind"));
     }
     ApplyTransforms(request_.transforms, {definition_.GetDBCollection(), definition_.GetDBCollectionNode()});
 }
@@ -173,8 +174,8 @@ boost::shared_ptr<CDataBindCollection> ImportJob::MakeBinds(const std::vector<Bi
             throw UsageError(std::string(option) + ": a data-only job does not offer the target '" + choice.target + "'");
         auto bind = boost::make_shared<CDataBind>(source.c_str(), target.c_str());
         if (column != offered.end())
-            bind->SetSourceDataDefinition(*column);
-        collection->Add(bind);
+            refhost::SetSourceDataDefinition(*bind, *column);
+        refhost::AddBind(*collection, bind);
     }
     return collection;
 }
@@ -195,7 +196,7 @@ int ImportJob::Run()
     const int result = RunBuilder();
     layout_ = ComputeLayout();
     // The builders announce the file's line count on the framework's progress bar.
-    const int lines = VeltoGis::Utility::CCoreProgressBar::Instance()->LastShownUpper();
+    const int lines = refhost::LastShownProgressUpper();
     linesRead_ = result == 1 && lines > 0 ? static_cast<std::size_t>(lines) : 0;
     if (request_.kind == ImportKind::Table && request_.tableVariant == TableVariant::AllRows && request_.maxLines > 0)
         linesRead_ = std::min(linesRead_, static_cast<std::size_t>(request_.maxLines));
@@ -223,7 +224,7 @@ int ImportJob::RunBuilder()
     }
 
     table_ = boost::make_shared<CDBTable>();
-    table_->SetLinkedFieldIndex(request_.keyIndex);
+    refhost::SetLinkedFieldIndex(*table_, request_.keyIndex);
     const WString configuration = definition_.GetImporterConfiguration();
     switch (request_.tableVariant) {
     case TableVariant::LinkedKeys: {
@@ -253,7 +254,8 @@ RecordLayout ImportJob::ComputeLayout()
     if (request_.kind == ImportKind::Table) {
         DataDefinitionList offered;
         CallEngine([&] { return engine_.GetSourceDataDefinitions(&definition_, offered, 0), 0; });
-        const std::size_t width = table_ && !table_->Rows().empty() ? table_->Rows().front()->Data().size() : 0;
+        const std::size_t width =
+            table_ && !refhost::RowsOf(*table_).empty() ? refhost::RowsOf(*table_).front()->Data().size() : 0;
         if (!composedColumnNames_.empty()) {
             names = composedColumnNames_;
         } else if (offered.size() == width) {
@@ -285,25 +287,25 @@ void ImportJob::Write(RecordWriter& writer) const
         if (!entity)
             continue;
         EntityRecord record;
-        const WString name = entity->GetName();
-        record.name = entity->HasName() ? &name : nullptr;
-        record.values = &entity->Values();
-        if (const auto* point = dynamic_cast<const CImpexPoint*>(entity.get()); point && point->HasPosition())
-            record.position = &point->GetPosition();
+        const WString name = refhost::NameOf(*entity);
+        record.name = refhost::HasName(*entity) ? &name : nullptr;
+        record.values = &refhost::ValuesOf(*entity);
+        if (const auto* point = dynamic_cast<const CImpexPoint*>(entity.get()); point && refhost::HasPosition(*point))
+            record.position = &refhost::PositionOf(*point);
         if (const auto* line = dynamic_cast<const CImpexLine*>(entity.get())) {
-            record.start = line->HasStartingNodeName() ? &line->GetStartingNodeName() : nullptr;
-            record.end = line->HasEndingNodeName() ? &line->GetEndingNodeName() : nullptr;
+            record.start = refhost::HasStartingNodeName(*line) ? &refhost::StartingNodeNameOf(*line) : nullptr;
+            record.end = refhost::HasEndingNodeName(*line) ? &refhost::EndingNodeNameOf(*line) : nullptr;
         }
         writer.Entity(record);
     }
     if (table_) {
-        for (const auto& row : table_->Rows()) {
+        for (const auto& row : refhost::RowsOf(*table_)) {
             if (row)
                 writer.Row(row->Data());
         }
     }
     if (cloud_) {
-        const std::vector<double>& coordinates = cloud_->Coordinates();
+        const std::vector<double>& coordinates = refhost::CoordinatesOf(*cloud_);
         for (std::size_t i = 0; i + 1 < coordinates.size(); i += 2)
             writer.CloudPoint(coordinates[i], coordinates[i + 1]);
     }
@@ -325,9 +327,9 @@ void ImportJob::KeepRecordsUntilExit()
 std::size_t ImportJob::RecordCount() const
 {
     if (table_)
-        return table_->Rows().size();
+        return refhost::RowsOf(*table_).size();
     if (cloud_)
-        return cloud_->PointCount();
+        return refhost::PointCountOf(*cloud_);
     return entities_.size();
 }
 

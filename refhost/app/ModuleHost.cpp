@@ -1,6 +1,7 @@
 #include "refhost/app/ModuleHost.h"
 
 #include "host/CadPlatform.h"
+#include "refhost/HostSide.h"
 #include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
 
@@ -94,9 +95,8 @@ void ModuleHost::Load(const std::string& path)
         return 0;
     });
 
-    auto* manager = VeltoGis::ImportExport::CImpexManager::Instance();
-    importer_ = manager->FindImporter(WTEXT("IMPORT_TXT")).get();
-    exporter_ = manager->FindExporter(WTEXT("EXPORT_TXT")).get();
+    importer_ = refhost::FindImporter(WTEXT("IMPORT_TXT")).get();
+    exporter_ = refhost::FindExporter(WTEXT("EXPORT_TXT")).get();
     if (!importer_ || !exporter_)
         throw JobError("module: " + path + " registered no " + (importer_ ? "EXPORT_TXT" : "IMPORT_TXT") + " engine");
 }
@@ -110,7 +110,7 @@ void ModuleHost::Unload()
         return;
     if (entryPoint_)
         entryPoint_(AcRx::kUnloadAppMsg, library_);
-    VeltoGis::ImportExport::CImpexManager::Instance()->Clear();
+    refhost::ClearEngines();
     importer_ = nullptr;
     exporter_ = nullptr;
     library_ = nullptr;

@@ -1,6 +1,7 @@
 #include "host/GisUtility.h"
 #include "refhost/CadShimDialogs.h"
 #include "refhost/CadShimRecording.h"
+#include "refhost/HostSide.h"
 #include "refhost/app/CodePageText.h"
 #include "refhost/app/Commands.h"
 
@@ -18,7 +19,7 @@ int RunCommand(const Command& command, std::ostream& out)
 {
     if (command.global.codePage)
         SelectModuleCodePage(*command.global.codePage);
-    VeltoGis::Utility::CCoreProgressBar::Instance()->EnableDrawing(!command.global.quiet);
+    refhost::EnableProgressDrawing(!command.global.quiet);
     // Like the CAD application, tessel shows the module's dialogs; the toolkit starts only
     // when one is needed and a display is there.
     CadShim::AllowDialogs(!command.global.noDialogs);

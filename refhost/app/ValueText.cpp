@@ -1,5 +1,6 @@
 #include "refhost/app/ValueText.h"
 
+#include "refhost/HostSide.h"
 #include "refhost/Utf8.h"
 #include "refhost/gis/RealText.h"
 
@@ -82,11 +83,17 @@ void AppendJsonNumber(std::string& out, double value)
 
 void AppendJsonValue(std::string& out, const CDataBox* value)
 {
-    switch (value ? value->GetKind() : CDataBox::Kind::Null) {
+    switch (value ? refhost::KindOf(*value) : CDataBox::Kind::Null) {
     case CDataBox::Kind::Null: out += "null"; break;
-    case CDataBox::Kind::Integer: AppendInteger(out, value->GetInteger()); break;
-    case CDataBox::Kind::Real: AppendJsonNumber(out, value->GetReal()); break;
-    case CDataBox::Kind::Text: AppendJsonString(out, value->GetText()); break;
+    case CDataBox::Kind::Integer:
+        AppendInteger(out, refhost::IntegerOf(*value));
+        break;
+    case CDataBox::Kind::Real:
+        AppendJsonNumber(out, refhost::RealOf(*value));
+        break;
+    case CDataBox::Kind::Text:
+        AppendJsonString(out, refhost::TextOf(*value));
+        break;
     }
 }
 
@@ -109,11 +116,17 @@ void AppendCsvNumber(std::string& out, double value) { AppendShortest(out, value
 
 void AppendCsvValue(std::string& out, const CDataBox* value)
 {
-    switch (value ? value->GetKind() : CDataBox::Kind::Null) {
+    switch (value ? refhost::KindOf(*value) : CDataBox::Kind::Null) {
     case CDataBox::Kind::Null: break;
-    case CDataBox::Kind::Integer: AppendInteger(out, value->GetInteger()); break;
-    case CDataBox::Kind::Real: AppendShortest(out, value->GetReal()); break;
-    case CDataBox::Kind::Text: AppendCsvField(out, refhost::ToUtf8(value->GetText())); break;
+    case CDataBox::Kind::Integer:
+        AppendInteger(out, refhost::IntegerOf(*value));
+        break;
+    case CDataBox::Kind::Real:
+        AppendShortest(out, refhost::RealOf(*value));
+        break;
+    case CDataBox::Kind::Text:
+        AppendCsvField(out, refhost::ToUtf8(refhost::TextOf(*value)));
+        break;
     }
 }
 

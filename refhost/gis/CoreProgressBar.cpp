@@ -1,4 +1,5 @@
 #include "host/GisUtility.h"
+#include "refhost/ProgressBarRecording.h"
 #include "refhost/Utf8.h"
 
 #include <unistd.h>
@@ -47,22 +48,74 @@ std::string RenderLine(const WString& text, int lower, int upper, int position)
     return line;
 }
 
-// Out of line, so that SetPosition's path without recording stays a few instructions.
-[[gnu::noinline]] void Record(std::vector<CCoreProgressBar::Call>& calls, CCoreProgressBar::CallKind kind,
-                              int value, int upper, const WChar* text)
-{
-    calls.push_back({kind, value, upper, text});
-}
-
-void Record(std::vector<CCoreProgressBar::Call>& calls, CCoreProgressBar::CallKind kind, int value = 0)
-{
-    Record(calls, kind, value, 0, WTEXT(""));
-}
-
 void WriteToTerminal(const std::string& bytes)
 {
     std::fwrite(bytes.data(), 1, bytes.size(), stderr);
     std::fflush(stderr);
+}
+
+using refhost::ProgressCall;
+using refhost::ProgressCallKind;
+
+// The one bar's state. The bar is a process-wide singleton, so its state lives here rather
+// than in the class the modules see.
+struct BarState {
+    std::vector<ProgressCall> calls;
+    bool recording = false;
+    bool drawing = false;
+    bool terminal = isatty(STDERR_FILENO) == 1;
+    bool shown = false;
+    int lower = 0;
+    int upper = 0;
+    int position = 0;
+    int lastShownUpper = 0;
+    int nextDrawPosition = INT_MAX;
+    long long lastDrawMicroseconds = 0;
+    WString text;
+    // The bar as SaveState found it, for RestoreState.
+    bool savedShown = false;
+    WString savedText;
+    int savedLower = 0;
+    int savedUpper = 0;
+    int savedPosition = 0;
+};
+
+BarState& Bar()
+{
+    static BarState state;
+    return state;
+}
+
+// Out of line, so that SetPosition's path without recording stays a few instructions.
+[[gnu::noinline]] void Record(ProgressCallKind kind, int value, int upper, const WChar* text)
+{
+    Bar().calls.push_back({kind, value, upper, text});
+}
+
+void Record(ProgressCallKind kind, int value = 0) { Record(kind, value, 0, WTEXT("")); }
+
+// final: the bar is going away, so its line is erased. Otherwise the bar is redrawn when
+// the last redraw is long enough ago, and the next checkpoint position is set.
+void Draw(BarState& bar, bool final)
+{
+    if (!bar.drawing || !bar.terminal) {
+        bar.nextDrawPosition = INT_MAX;
+        return;
+    }
+    if (final) {
+        if (bar.lastDrawMicroseconds != 0)
+            WriteToTerminal("\r\x1b[K");
+        bar.lastDrawMicroseconds = 0;
+        bar.nextDrawPosition = INT_MAX;
+        return;
+    }
+    const long long now = NowMicroseconds();
+    if (bar.lastDrawMicroseconds == 0 || now - bar.lastDrawMicroseconds >= kRedrawIntervalMicroseconds) {
+        WriteToTerminal(RenderLine(bar.text, bar.lower, bar.upper, bar.position));
+        bar.lastDrawMicroseconds = now;
+    }
+    const long long step = std::max(1LL, (static_cast<long long>(bar.upper) - bar.lower) / kCheckpointsPerRun);
+    bar.nextDrawPosition = static_cast<int>(std::min<long long>(INT_MAX, bar.position + step));
 }
 
 } // namespace
@@ -73,111 +126,105 @@ CCoreProgressBar* CCoreProgressBar::Instance()
     return &bar;
 }
 
-CCoreProgressBar::CCoreProgressBar() : terminal_(isatty(STDERR_FILENO) == 1), nextDrawPosition_(INT_MAX) {}
-
 void CCoreProgressBar::SaveState()
 {
-    if (recording_)
-        Record(calls_, CallKind::SaveState);
-    savedShown_ = shown_;
-    savedText_ = text_;
-    savedLower_ = lower_;
-    savedUpper_ = upper_;
-    savedPosition_ = position_;
+    BarState& bar = Bar();
+    if (bar.recording)
+        Record(ProgressCallKind::SaveState);
+    bar.savedShown = bar.shown;
+    bar.savedText = bar.text;
+    bar.savedLower = bar.lower;
+    bar.savedUpper = bar.upper;
+    bar.savedPosition = bar.position;
 }
 
 void CCoreProgressBar::Show(const WChar* text, int lower, int upper)
 {
-    text_.assign(text ? text : WTEXT(""));
-    if (recording_)
-        Record(calls_, CallKind::Show, lower, upper, text_.c_str());
-    lower_ = lower;
-    upper_ = upper;
-    lastShownUpper_ = upper;
-    position_ = lower;
-    shown_ = true;
-    lastDrawMicroseconds_ = 0; // a new bar is drawn at once
-    Draw(false);
+    BarState& bar = Bar();
+    bar.text.assign(text ? text : WTEXT(""));
+    if (bar.recording)
+        Record(ProgressCallKind::Show, lower, upper, bar.text.c_str());
+    bar.lower = lower;
+    bar.upper = upper;
+    bar.lastShownUpper = upper;
+    bar.position = lower;
+    bar.shown = true;
+    bar.lastDrawMicroseconds = 0; // a new bar is drawn at once
+    Draw(bar, false);
 }
 
 // Called once per line of files of millions of lines: one store and two compares unless a
 // checkpoint is reached.
 void CCoreProgressBar::SetPosition(int position)
 {
-    position_ = position;
-    if (recording_)
-        Record(calls_, CallKind::SetPosition, position);
-    if (position >= nextDrawPosition_)
-        Draw(false);
+    BarState& bar = Bar();
+    bar.position = position;
+    if (bar.recording)
+        Record(ProgressCallKind::SetPosition, position);
+    if (position >= bar.nextDrawPosition)
+        Draw(bar, false);
 }
 
 void CCoreProgressBar::Hide()
 {
-    if (recording_)
-        Record(calls_, CallKind::Hide);
-    if (shown_)
-        Draw(true);
-    shown_ = false;
-    nextDrawPosition_ = INT_MAX;
+    BarState& bar = Bar();
+    if (bar.recording)
+        Record(ProgressCallKind::Hide);
+    if (bar.shown)
+        Draw(bar, true);
+    bar.shown = false;
+    bar.nextDrawPosition = INT_MAX;
 }
 
 void CCoreProgressBar::RestoreState()
 {
-    if (recording_)
-        Record(calls_, CallKind::RestoreState);
-    if (shown_ && !savedShown_)
-        Draw(true);
-    shown_ = savedShown_;
-    text_ = savedText_;
-    lower_ = savedLower_;
-    upper_ = savedUpper_;
-    position_ = savedPosition_;
-    lastDrawMicroseconds_ = 0;
-    if (shown_)
-        Draw(false);
-}
-
-void CCoreProgressBar::StartRecording()
-{
-    calls_.clear();
-    recording_ = true;
-}
-
-void CCoreProgressBar::StopRecording() { recording_ = false; }
-
-void CCoreProgressBar::EnableDrawing(bool enable)
-{
-    if (!enable && drawing_ && shown_)
-        Draw(true);
-    drawing_ = enable;
-    lastDrawMicroseconds_ = 0;
-    if (shown_)
-        Draw(false);
-}
-
-// final: the bar is going away, so its line is erased. Otherwise the bar is redrawn when
-// the last redraw is long enough ago, and the next checkpoint position is set.
-void CCoreProgressBar::Draw(bool final)
-{
-    if (!drawing_ || !terminal_) {
-        nextDrawPosition_ = INT_MAX;
-        return;
-    }
-    if (final) {
-        if (lastDrawMicroseconds_ != 0)
-            WriteToTerminal("\r\x1b[K");
-        lastDrawMicroseconds_ = 0;
-        nextDrawPosition_ = INT_MAX;
-        return;
-    }
-    const long long now = NowMicroseconds();
-    if (lastDrawMicroseconds_ == 0 || now - lastDrawMicroseconds_ >= kRedrawIntervalMicroseconds) {
-        WriteToTerminal(RenderLine(text_, lower_, upper_, position_));
-        lastDrawMicroseconds_ = now;
-    }
-    const long long step = std::max(1LL, (static_cast<long long>(upper_) - lower_) / kCheckpointsPerRun);
-    nextDrawPosition_ = static_cast<int>(std::min<long long>(INT_MAX, position_ + step));
+    BarState& bar = Bar();
+    if (bar.recording)
+        Record(ProgressCallKind::RestoreState);
+    if (bar.shown && !bar.savedShown)
+        Draw(bar, true);
+    bar.shown = bar.savedShown;
+    bar.text = bar.savedText;
+    bar.lower = bar.savedLower;
+    bar.upper = bar.savedUpper;
+    bar.position = bar.savedPosition;
+    bar.lastDrawMicroseconds = 0;
+    if (bar.shown)
+        Draw(bar, false);
 }
 
 } // namespace Utility
 } // namespace VeltoGis
+
+namespace refhost {
+
+using VeltoGis::Utility::Bar;
+
+void StartProgressRecording()
+{
+    Bar().calls.clear();
+    Bar().recording = true;
+}
+
+void StopProgressRecording() { Bar().recording = false; }
+
+const std::vector<ProgressCall>& RecordedProgressCalls() { return Bar().calls; }
+
+bool ProgressBarShown() { return Bar().shown; }
+
+int ProgressBarPosition() { return Bar().position; }
+
+int LastShownProgressUpper() { return Bar().lastShownUpper; }
+
+void EnableProgressDrawing(bool enable)
+{
+    auto& bar = Bar();
+    if (!enable && bar.drawing && bar.shown)
+        VeltoGis::Utility::Draw(bar, true);
+    bar.drawing = enable;
+    bar.lastDrawMicroseconds = 0;
+    if (bar.shown)
+        VeltoGis::Utility::Draw(bar, false);
+}
+
+} // namespace refhost

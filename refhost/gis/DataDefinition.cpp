@@ -1,5 +1,6 @@
 #include "host/GisData.h"
 #include "host/GisSystem.h"
+#include "refhost/HostSide.h"
 
 namespace VeltoGis {
 namespace Data {
@@ -17,7 +18,7 @@ int CDataRW::Read(CDataDefinition* definition, Topology::CEntity* entity, CDataB
 {
     if (!definition || !entity)
         return 0;
-    const CDataBox* field = entity->FindField(definition->GetDataID());
+    const CDataBox* field = refhost::FindEntityField(*entity, definition->GetDataID());
     if (!field)
         return 0;
     value = *field;

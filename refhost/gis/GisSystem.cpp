@@ -6,26 +6,6 @@ namespace Topology {
 CEntity::CEntity() = default;
 CEntity::~CEntity() = default;
 
-void CEntity::SetField(const WString& fieldId, const Data::CDataBox& value)
-{
-    for (auto& field : fields_) {
-        if (field.first == fieldId) {
-            field.second = value;
-            return;
-        }
-    }
-    fields_.emplace_back(fieldId, value);
-}
-
-const Data::CDataBox* CEntity::FindField(const WString& fieldId) const
-{
-    for (const auto& field : fields_) {
-        if (field.first == fieldId)
-            return &field.second;
-    }
-    return nullptr;
-}
-
 CEntityContainer::CEntityContainer() = default;
 CEntityContainer::~CEntityContainer() = default;
 
@@ -57,8 +37,6 @@ CSystemManager* CSystemManager::Instance()
 CSystemManager::CSystemManager() : active_(&OpenDrawing()) {}
 
 CGisSystem* CSystemManager::GetActiveSystem() { return active_; }
-
-void CSystemManager::SetActiveSystem(CGisSystem* system) { active_ = system; }
 
 } // namespace System
 } // namespace VeltoGis

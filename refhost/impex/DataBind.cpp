@@ -6,9 +6,8 @@ namespace ImportExport {
 CDataBind::CDataBind() = default;
 
 CDataBind::CDataBind(const WChar* sourceDataId, const WChar* targetDataId)
+    : sourceId_(sourceDataId ? sourceDataId : WTEXT("")), targetId_(targetDataId ? targetDataId : WTEXT(""))
 {
-    SetSourceDataId(sourceDataId);
-    SetTargetDataId(targetDataId);
 }
 
 CDataBind::~CDataBind() = default;
@@ -25,19 +24,6 @@ void CDataBind::TransformData_Export(CDataBox* value)
     if (value && exportTransform_)
         exportTransform_(*value);
 }
-
-void CDataBind::SetSourceDataId(const WChar* id) { sourceId_.assign(id ? id : WTEXT("")); }
-
-void CDataBind::SetTargetDataId(const WChar* id) { targetId_.assign(id ? id : WTEXT("")); }
-
-void CDataBind::SetSourceDataDefinition(boost::shared_ptr<CDataDefinition> definition)
-{
-    sourceDefinition_ = std::move(definition);
-}
-
-void CDataBind::SetImportTransform(Transform transform) { importTransform_ = std::move(transform); }
-
-void CDataBind::SetExportTransform(Transform transform) { exportTransform_ = std::move(transform); }
 
 CDataBindCollection::CDataBindCollection() = default;
 CDataBindCollection::~CDataBindCollection() = default;

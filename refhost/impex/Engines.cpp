@@ -1,4 +1,5 @@
 #include "host/ImpexEngines.h"
+#include "refhost/HostSide.h"
 
 namespace VeltoGis {
 namespace ImportExport {
@@ -23,12 +24,12 @@ IImportEngine::~IImportEngine() = default;
 // Path editing is the job's decision; without a job there is nothing to edit.
 int IImportEngine::AllowPrimaryFilePathEdit(CImportDefinition* definition)
 {
-    return definition ? definition->AllowsPrimaryFilePathEdit() : 0;
+    return definition ? refhost::AllowsPrimaryFilePathEdit(*definition) : 0;
 }
 
 int IImportEngine::AllowSecondaryFilePathEdit(CImportDefinition* definition)
 {
-    return definition ? definition->AllowsSecondaryFilePathEdit() : 0;
+    return definition ? refhost::AllowsSecondaryFilePathEdit(*definition) : 0;
 }
 
 WString IImportEngine::GetFileFilter() { return kAllFilesFilter; }
@@ -44,12 +45,12 @@ IExportEngine::~IExportEngine() = default;
 
 int IExportEngine::AllowPrimaryFilePathEdit(CExportDefinition* definition)
 {
-    return definition ? definition->AllowsPrimaryFilePathEdit() : 0;
+    return definition ? refhost::AllowsPrimaryFilePathEdit(*definition) : 0;
 }
 
 int IExportEngine::AllowSecondaryFilePathEdit(CExportDefinition* definition)
 {
-    return definition ? definition->AllowsSecondaryFilePathEdit() : 0;
+    return definition ? refhost::AllowsSecondaryFilePathEdit(*definition) : 0;
 }
 
 WString IExportEngine::GetFileFilter() { return kAllFilesFilter; }

@@ -1,5 +1,6 @@
 #include "host/ImpexEngines.h"
-#include "refhost/ImpexManagerRecording.h"
+#include "refhost/EngineRegistry.h"
+#include "refhost/HostSide.h"
 
 #include <algorithm>
 
@@ -7,26 +8,36 @@ namespace VeltoGis {
 namespace ImportExport {
 namespace {
 
+// The one manager's state. The manager is a process-wide singleton, so its state lives here
+// rather than in the class the modules see.
+struct Registry {
+    std::vector<boost::shared_ptr<IImportEngine>> importers;
+    std::vector<boost::shared_ptr<IExportEngine>> exporters;
+    std::vector<const CImportDefinition*> userData;
+    std::vector<WString> registrations;
+};
+
+Registry& TheRegistry()
+{
+    static Registry registry;
+    return registry;
+}
+
 // The engine registered last under the id wins, as a module loaded later replaces an
 // earlier one's engine.
 template <typename Engine>
 boost::shared_ptr<Engine> FindLast(const std::vector<boost::shared_ptr<Engine>>& engines, const WString& id)
 {
-    const auto found = std::find_if(engines.rbegin(), engines.rend(),
-                                    [&id](const boost::shared_ptr<Engine>& engine) { return engine->GetEngineId() == id; });
+    const auto found = std::find_if(engines.rbegin(), engines.rend(), [&id](const boost::shared_ptr<Engine>& engine) {
+        return refhost::EngineIdOf(*engine) == id;
+    });
     return found == engines.rend() ? boost::shared_ptr<Engine>() : *found;
-}
-
-std::vector<WString>& Registrations()
-{
-    static std::vector<WString> registrations;
-    return registrations;
 }
 
 template <typename Engine>
 void NoteRegistration(const WChar* kind, const boost::shared_ptr<Engine>& engine)
 {
-    Registrations().push_back(WString(kind) + (engine ? engine->GetEngineId() : WString()));
+    TheRegistry().registrations.push_back(WString(kind) + (engine ? refhost::EngineIdOf(*engine) : WString()));
 }
 
 } // namespace
@@ -42,14 +53,14 @@ void CImpexManager::RegisterImporter(boost::shared_ptr<IImportEngine> engine)
 {
     NoteRegistration(WTEXT("import:"), engine);
     if (engine)
-        importers_.push_back(std::move(engine));
+        TheRegistry().importers.push_back(std::move(engine));
 }
 
 void CImpexManager::RegisterExporter(boost::shared_ptr<IExportEngine> engine)
 {
     NoteRegistration(WTEXT("export:"), engine);
     if (engine)
-        exporters_.push_back(std::move(engine));
+        TheRegistry().exporters.push_back(std::move(engine));
 }
 
 // The reference host keeps no per-job data beyond the note that the job asked for it.
@@ -57,28 +68,33 @@ int CImpexManager::CreateUserData(CImportDefinition* definition)
 {
     if (!definition)
         return 0;
-    userData_.push_back(definition);
+    TheRegistry().userData.push_back(definition);
     return 1;
-}
-
-boost::shared_ptr<IImportEngine> CImpexManager::FindImporter(const WString& id) const { return FindLast(importers_, id); }
-
-boost::shared_ptr<IExportEngine> CImpexManager::FindExporter(const WString& id) const { return FindLast(exporters_, id); }
-
-int CImpexManager::UserDataCount(const CImportDefinition* definition) const
-{
-    return static_cast<int>(std::count(userData_.begin(), userData_.end(), definition));
-}
-
-void CImpexManager::Clear()
-{
-    importers_.clear();
-    exporters_.clear();
-    userData_.clear();
-    Registrations().clear();
 }
 
 } // namespace ImportExport
 } // namespace VeltoGis
 
-const std::vector<WString>& refhost::EngineRegistrations() { return VeltoGis::ImportExport::Registrations(); }
+namespace refhost {
+
+using namespace VeltoGis::ImportExport;
+
+boost::shared_ptr<IImportEngine> FindImporter(const WString& id) { return FindLast(TheRegistry().importers, id); }
+
+boost::shared_ptr<IExportEngine> FindExporter(const WString& id) { return FindLast(TheRegistry().exporters, id); }
+
+const std::vector<boost::shared_ptr<IImportEngine>>& Importers() { return TheRegistry().importers; }
+
+const std::vector<boost::shared_ptr<IExportEngine>>& Exporters() { return TheRegistry().exporters; }
+
+int UserDataCount(const CImportDefinition* definition)
+{
+    const auto& userData = TheRegistry().userData;
+    return static_cast<int>(std::count(userData.begin(), userData.end(), definition));
+}
+
+const std::vector<WString>& EngineRegistrations() { return TheRegistry().registrations; }
+
+void ClearEngines() { TheRegistry() = Registry(); }
+
+} // namespace refhost

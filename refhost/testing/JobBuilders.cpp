@@ -1,5 +1,6 @@
 #include "refhost/testing/JobBuilders.h"
 
+#include "refhost/HostSide.h"
 #include "refhost/Utf8.h"
 
 #include <boost/make_shared.hpp>
@@ -19,8 +20,8 @@ boost::shared_ptr<CDataBindCollection> MakeBinds(const std::vector<BindPair>& pa
         definition->SetDataID(source.c_str());
         definition->SetName(source.c_str());
         definition->SetDataType(VeltoGis::Data::DataTypeText);
-        bind->SetSourceDataDefinition(definition);
-        collection->Add(bind);
+        refhost::SetSourceDataDefinition(*bind, definition);
+        refhost::AddBind(*collection, bind);
     }
     return collection;
 }
@@ -29,10 +30,10 @@ CImportDefinition MakeImportDefinition(VeltoGis::enmEntityType type, const WStri
                                        const std::vector<BindPair>& binds)
 {
     CImportDefinition definition;
-    definition.SetEntityType(type);
+    refhost::SetEntityType(definition, type);
     definition.SetImporterConfiguration(configuration.c_str());
-    definition.SetDBCollection(MakeBinds(binds));
-    definition.SetDBCollectionNode(MakeBinds({}));
+    refhost::SetDBCollection(definition, MakeBinds(binds));
+    refhost::SetDBCollectionNode(definition, MakeBinds({}));
     return definition;
 }
 
@@ -40,10 +41,10 @@ CExportDefinition MakeExportDefinition(VeltoGis::enmEntityType type, const WStri
                                        const std::vector<BindPair>& binds)
 {
     CExportDefinition definition;
-    definition.SetEntityType(type);
+    refhost::SetEntityType(definition, type);
     definition.SetExporterConfiguration(configuration.c_str());
-    definition.SetDBCollection(MakeBinds(binds));
-    definition.SetDBCollectionNode(MakeBinds({}));
+    refhost::SetDBCollection(definition, MakeBinds(binds));
+    refhost::SetDBCollectionNode(definition, MakeBinds({}));
     return definition;
 }
 

@@ -3,6 +3,7 @@
 #include "ExportTestSupport.h"
 
 #include "host/GisUtility.h"
+#include "refhost/HostSide.h"
 
 #include <gtest/gtest.h>
 
@@ -87,7 +88,7 @@ TEST_P(EntityWriters, OtherEntityTypeUsesTheNodeConfigurationAndBinds)
     Settings settings;
     settings.delimiter = "|";
     definition.SetExporterConfigurationNode(ConfigurationFor(dir.FilePath("node.txt"), settings).c_str());
-    definition.SetDBCollectionNode(refhost::testing::MakeBinds(BindsTo({"N0", "N1"})));
+    refhost::SetDBCollectionNode(definition, refhost::testing::MakeBinds(BindsTo({"N0", "N1"})));
     EXPECT_EQ(GetParam().run(engine, &definition, {{"a", "b"}}), 1);
     EXPECT_EQ(dir.ReadFile("node.txt"), "#N0|N1\r\na|b\r\n");
     EXPECT_EQ(dir.ReadFile("main.txt"), "");
@@ -99,11 +100,11 @@ TEST_P(EntityWriters, ExportTransformChangesOnlyTheWrittenValue)
                                                         ConfigurationFor(dir.FilePath("out.txt")), BindsTo({"A", "B", "C"}));
     auto& binds = definition.GetDBCollection()->GetDataBindCollection();
     int calls = 0;
-    binds[0]->SetExportTransform([&calls](CDataBox& value) {
+    refhost::SetExportTransform(*binds[0], [&calls](CDataBox& value) {
         ++calls;
         value.SetValue((static_cast<WString>(value) + W("!")).c_str());
     });
-    binds[1]->SetExportTransform([](CDataBox& value) { value.SetNull(); });
+    refhost::SetExportTransform(*binds[1], [](CDataBox& value) { value.SetNull(); });
     EXPECT_EQ(GetParam().run(engine, &definition, {{"a", "b", 3}, {Cell(), "b", 4}}), 1);
     EXPECT_EQ(Written(), "#A\tB\tC\r\na!\t\t3\r\n\t\t4\r\n");
     EXPECT_EQ(calls, 1) << "a null value is not transformed";
@@ -112,22 +113,21 @@ TEST_P(EntityWriters, ExportTransformChangesOnlyTheWrittenValue)
 // Without a definition nothing is shown at all.
 TEST_P(EntityWriters, ProgressBarCountsEntitiesFromZeroAndIsGivenBack)
 {
-    using Kind = CCoreProgressBar::CallKind;
-    CCoreProgressBar& bar = *CCoreProgressBar::Instance();
-    bar.StartRecording();
+    using Kind = refhost::ProgressCallKind;
+    refhost::StartProgressRecording();
     EXPECT_EQ(GetParam().run(engine, nullptr, {{"1"}}), 0);
-    EXPECT_TRUE(bar.RecordedCalls().empty());
+    EXPECT_TRUE(refhost::RecordedProgressCalls().empty());
     EXPECT_EQ(Export({"A"}, {{"1"}, {"2"}, {"3"}}), 1);
-    bar.StopRecording();
+    refhost::StopProgressRecording();
     std::vector<std::pair<Kind, int>> calls;
-    for (const auto& call : bar.RecordedCalls())
+    for (const auto& call : refhost::RecordedProgressCalls())
         calls.emplace_back(call.kind, call.value);
     EXPECT_EQ(calls, (std::vector<std::pair<Kind, int>>{{Kind::SaveState, 0}, {Kind::Show, 0}, {Kind::SetPosition, 0},
                                                         {Kind::SetPosition, 1}, {Kind::SetPosition, 2},
                                                         {Kind::RestoreState, 0}, {Kind::Hide, 0}}));
     ASSERT_EQ(calls.size(), 7u);
-    EXPECT_EQ(bar.RecordedCalls()[1].text, VeltoGis::CModuleConfiguration::Instance()->GetMsg(4048));
-    EXPECT_EQ(bar.RecordedCalls()[1].upper, 3);
+    EXPECT_EQ(refhost::RecordedProgressCalls()[1].text, VeltoGis::CModuleConfiguration::Instance()->GetMsg(4048));
+    EXPECT_EQ(refhost::RecordedProgressCalls()[1].upper, 3);
 }
 
 INSTANTIATE_TEST_SUITE_P(EachWriter, EntityWriters, ::testing::ValuesIn(AllWriters()),
@@ -154,9 +154,9 @@ TEST_F(SingleWriter, PointsTakeValuesByPositionAndTransformThemInPlace)
 {
     CExportDefinition definition = Job(VeltoGis::EntityTypePoint, {"A", "B", "C"});
     auto& binds = definition.GetDBCollection()->GetDataBindCollection();
-    binds[0]->SetSourceDataDefinition(nullptr);
+    refhost::SetSourceDataDefinition(*binds[0], nullptr);
     binds[1].reset();
-    binds[2]->SetExportTransform([](CDataBox& value) { value.SetValue(42); });
+    refhost::SetExportTransform(*binds[2], [](CDataBox& value) { value.SetValue(42); });
     ImpexEntityList entities = EntityList({{"a"}, {}, {"a", "b", "c", "d"}}, false);
     entities.push_back(nullptr);
     EXPECT_EQ(engine.ExportPoints(&definition, entities), 1);
@@ -168,19 +168,18 @@ TEST_F(SingleWriter, PolygonsWithFewerValuesThanBindsThrowAfterTheLinesBefore)
 {
     CExportDefinition definition = Job(VeltoGis::EntityTypePolygon, {"A", "B"});
     ImpexEntityList entities = EntityList({{"a", "b"}, {"c"}, {"d", "e"}}, true);
-    CCoreProgressBar& bar = *CCoreProgressBar::Instance();
-    bar.StartRecording();
+    refhost::StartProgressRecording();
     try {
         engine.ExportPolygons(&definition, entities);
         ADD_FAILURE() << "no exception";
     } catch (const std::out_of_range& error) {
         EXPECT_STREQ(error.what(), "invalid vector<T> subscript");
     }
-    bar.StopRecording();
+    refhost::StopProgressRecording();
     EXPECT_EQ(dir.ReadFile("out.txt"), "#A\tB\r\na\tb\r\n") << "the file is closed with what was written";
-    ASSERT_GE(bar.RecordedCalls().size(), 2u);
-    EXPECT_EQ(bar.RecordedCalls().back().kind, CCoreProgressBar::CallKind::Hide);
-    EXPECT_FALSE(bar.IsShown());
+    ASSERT_GE(refhost::RecordedProgressCalls().size(), 2u);
+    EXPECT_EQ(refhost::RecordedProgressCalls().back().kind, refhost::ProgressCallKind::Hide);
+    EXPECT_FALSE(refhost::ProgressBarShown());
 }
 
 TEST_F(SingleWriter, LinesReadFieldsFromTheDrawingAndLeaveUnknownFieldsEmpty)
@@ -191,7 +190,7 @@ TEST_F(SingleWriter, LinesReadFieldsFromTheDrawingAndLeaveUnknownFieldsEmpty)
     auto& binds = definition.GetDBCollection()->GetDataBindCollection();
     auto unknown = boost::make_shared<VeltoGis::Data::CDataDefinition>();
     unknown->SetDataID(W("nowhere").c_str());
-    binds[1]->SetSourceDataDefinition(unknown);
+    refhost::SetSourceDataDefinition(*binds[1], unknown);
     EXPECT_EQ(engine.ExportLines(&definition, container), 1);
     EXPECT_EQ(dir.ReadFile("out.txt"), "#A\tB\r\na\t\r\n\t\r\n\t\r\n");
     EXPECT_EQ(engine.ExportLines(&definition, nullptr), 1);

@@ -4,6 +4,7 @@
 #include "ExportTestSupport.h"
 
 #include "host/GisUtility.h"
+#include "refhost/HostSide.h"
 
 #include <gtest/gtest.h>
 
@@ -31,10 +32,10 @@ CExportDefinition TwoConfigurations()
 TEST(ExportEngineFrame, FixedAnswersAndHostTexts)
 {
     CExportEngine_Txt engine;
-    EXPECT_EQ(engine.GetEngineId(), W("EXPORT_TXT"));
-    EXPECT_EQ(engine.GetEngineName(), Msg(7866));
-    EXPECT_EQ(engine.GetEngineDescription(), Msg(7866));
-    EXPECT_EQ(engine.GetEngineMask(), 4369u);
+    EXPECT_EQ(refhost::EngineIdOf(engine), W("EXPORT_TXT"));
+    EXPECT_EQ(refhost::EngineNameOf(engine), Msg(7866));
+    EXPECT_EQ(refhost::EngineDescriptionOf(engine), Msg(7866));
+    EXPECT_EQ(refhost::EngineMaskOf(engine), 4369u);
     EXPECT_EQ(engine.GetFileFilter(), W("TXT (*.txt)|*.txt||"));
     const struct {
         const char* slot;
@@ -107,8 +108,8 @@ TEST(ExportEngineFrame, RefusedPathEditLeavesConfigurationUntouched)
     CExportEngine_Txt engine;
     CExportDefinition definition = TwoConfigurations();
     const CExportDefinition before = definition;
-    definition.SetAllowPrimaryFilePathEdit(0);
-    definition.SetAllowSecondaryFilePathEdit(0);
+    refhost::SetAllowPrimaryFilePathEdit(definition, 0);
+    refhost::SetAllowSecondaryFilePathEdit(definition, 0);
     EXPECT_EQ(engine.SetPrimaryFilePath(&definition, W("/x.txt").c_str()), 0);
     EXPECT_EQ(engine.SetSecondaryFilePath(&definition, W("/x.txt").c_str()), 0);
     EXPECT_EQ(definition.GetExporterConfiguration(), before.GetExporterConfiguration());

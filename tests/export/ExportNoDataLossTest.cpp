@@ -5,6 +5,7 @@
 
 #include "host/GisUtility.h"
 #include "platform/Platform.h"
+#include "refhost/HostSide.h"
 
 #include <gtest/gtest.h>
 
@@ -53,14 +54,13 @@ TEST_P(ExportLeavesFileAlone, BytesAreUnchangedAndResultIsZero)
     refused.prepare(definition, dir);
     ScriptedDialogs dialogs;
     dialogs.fileChoice = refused.fileChoice;
-    CCoreProgressBar& bar = *CCoreProgressBar::Instance();
-    bar.StartRecording();
+    refhost::StartProgressRecording();
     CadShim::ClearRecordings();
 
     CExportEngine_Txt engine;
     EXPECT_EQ(writer.run(engine, &definition, {{"a", "b"}, {"c", "d"}}), 0);
 
-    bar.StopRecording();
+    refhost::StopProgressRecording();
     EXPECT_EQ(dir.ReadFile("out.txt"), kExisting);
     if (refused.asksTheUser) {
         EXPECT_EQ(dialogs.askedPaths, std::vector<WString>{path});
@@ -69,9 +69,9 @@ TEST_P(ExportLeavesFileAlone, BytesAreUnchangedAndResultIsZero)
     } else {
         EXPECT_TRUE(dialogs.askedPaths.empty());
     }
-    EXPECT_FALSE(bar.IsShown());
-    if (!bar.RecordedCalls().empty()) {
-        EXPECT_EQ(bar.RecordedCalls().back().kind, CCoreProgressBar::CallKind::Hide);
+    EXPECT_FALSE(refhost::ProgressBarShown());
+    if (!refhost::RecordedProgressCalls().empty()) {
+        EXPECT_EQ(refhost::RecordedProgressCalls().back().kind, refhost::ProgressCallKind::Hide);
     }
 }
 
@@ -82,7 +82,7 @@ void EmptyPath(CExportDefinition& definition, TempDir&)
 }
 void SecondBindWithoutSource(CExportDefinition& definition, TempDir&)
 {
-    definition.GetDBCollection()->GetDataBindCollection()[1]->SetSourceDataDefinition(nullptr);
+    refhost::SetSourceDataDefinition(*definition.GetDBCollection()->GetDataBindCollection()[1], nullptr);
 }
 void OpenFails(CExportDefinition&, TempDir&) { Platform::Faults::FailOpens(1); }
 

@@ -6,6 +6,7 @@
 #include "export/ExportEngine_Txt.h"
 #include "host/GisSystem.h"
 #include "refhost/CadShimRecording.h"
+#include "refhost/HostSide.h"
 #include "refhost/testing/JobBuilders.h"
 #include "refhost/testing/TempDir.h"
 #include "refhost/testing/TestText.h"
@@ -126,7 +127,7 @@ inline boost::shared_ptr<VeltoGis::Topology::CEntityContainer> DrawingEntities(c
         auto entity = boost::make_shared<VeltoGis::Topology::CEntity>();
         for (std::size_t column = 0; column < row.size(); ++column) {
             if (!row[column].IsNull())
-                entity->SetField(W("s" + std::to_string(column)), row[column].Box());
+                refhost::SetEntityField(*entity, W("s" + std::to_string(column)), row[column].Box());
         }
         container->GetEntities().push_back(entity);
     }

@@ -4,6 +4,7 @@
 #include "LoadedModule.h"
 
 #include "refhost/CadShimRecording.h"
+#include "refhost/HostSide.h"
 #include "refhost/testing/JobBuilders.h"
 #include "refhost/testing/TempDir.h"
 #include "refhost/testing/TestText.h"
@@ -27,8 +28,7 @@ std::string ImportConfiguration(const std::string& path)
 
 TEST(CadHostLoad, StartedModuleRegistersEnginesThatImportAndExportAFile)
 {
-    CImpexManager& manager = *CImpexManager::Instance();
-    manager.Clear();
+    refhost::ClearEngines();
     CadShim::ClearRecordings();
     int appData = 0;
     ASSERT_EQ(Module().acrxEntryPoint(AcRx::kInitAppMsg, &appData), AcRx::kRetOK);
@@ -36,8 +36,8 @@ TEST(CadHostLoad, StartedModuleRegistersEnginesThatImportAndExportAFile)
     IImpexPluginInfo* info = Module().GetVeltoImpexPluginInfo();
     ASSERT_NE(info, nullptr);
     info->RegisterEngines();
-    const boost::shared_ptr<IImportEngine> importer = manager.FindImporter(W("IMPORT_TXT"));
-    const boost::shared_ptr<IExportEngine> exporter = manager.FindExporter(W("EXPORT_TXT"));
+    const boost::shared_ptr<IImportEngine> importer = refhost::FindImporter(W("IMPORT_TXT"));
+    const boost::shared_ptr<IExportEngine> exporter = refhost::FindExporter(W("EXPORT_TXT"));
     ASSERT_TRUE(importer);
     ASSERT_TRUE(exporter);
 
@@ -64,9 +64,9 @@ TEST(CadHostLoad, StartedModuleRegistersEnginesThatImportAndExportAFile)
     EXPECT_EQ(CadShim::RecordedPrompts().size(), 1u);
 
     EXPECT_EQ(Module().acrxEntryPoint(AcRx::kUnloadAppMsg, &appData), AcRx::kRetOK);
-    EXPECT_EQ(manager.FindExporter(W("EXPORT_TXT")), exporter) << "stopping leaves the engines registered";
-    EXPECT_EQ(manager.FindImporter(W("IMPORT_TXT")), importer);
-    manager.Clear();
+    EXPECT_EQ(refhost::FindExporter(W("EXPORT_TXT")), exporter) << "stopping leaves the engines registered";
+    EXPECT_EQ(refhost::FindImporter(W("IMPORT_TXT")), importer);
+    refhost::ClearEngines();
 }
 
 } // namespace

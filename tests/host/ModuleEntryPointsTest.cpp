@@ -4,7 +4,7 @@
 
 #include "refhost/testing/TestText.h"
 
-#include "refhost/ImpexManagerRecording.h"
+#include "refhost/EngineRegistry.h"
 
 #include <gtest/gtest.h>
 
@@ -63,14 +63,13 @@ TEST(ModuleEntryPoints, EveryRegistrationAddsAFreshPairOfEnginesImporterFirst)
 {
     using VeltoGis::ImportExport::CImpexManager;
     using refhost::testing::W;
-    CImpexManager& manager = *CImpexManager::Instance();
-    manager.Clear();
+    refhost::ClearEngines();
     Module().GetVeltoImpexPluginInfo()->RegisterEngines();
     Module().GetVeltoImpexPluginInfo()->RegisterEngines();
-    ASSERT_EQ(manager.Importers().size(), 2u);
-    EXPECT_NE(manager.Importers()[0], manager.Importers()[1]);
+    ASSERT_EQ(refhost::Importers().size(), 2u);
+    EXPECT_NE(refhost::Importers()[0], refhost::Importers()[1]);
     EXPECT_EQ(refhost::EngineRegistrations(),
               (std::vector<WString>{W("import:IMPORT_TXT"), W("export:EXPORT_TXT"), W("import:IMPORT_TXT"),
                                     W("export:EXPORT_TXT")}));
-    manager.Clear();
+    refhost::ClearEngines();
 }

@@ -1,4 +1,5 @@
 #include "ImportTestSupport.h"
+#include "refhost/HostSide.h"
 
 #include <boost/make_shared.hpp>
 #include <stdexcept>
@@ -17,7 +18,7 @@ protected:
     {
         auto cloud = boost::make_shared<CCloud>();
         EXPECT_EQ(engine.ImportCloud(&job, cloud), 1);
-        return cloud->Coordinates();
+        return refhost::CoordinatesOf(*cloud);
     }
 };
 
@@ -58,8 +59,9 @@ TEST_F(CloudImport, ConfigurationAndBindsFollowEntityTypeAndSectionNodes)
         auto job = Job(c.type, "10,1\n", layout, {{"x", "NODE_COORDINATE_X"}, {"y", "NODE_COORDINATE_Y"}});
         job.SetImporterConfigurationNode(ConfigurationXml(File("20,2\n", "nodes.txt"), layout).c_str());
         // The secondary binds read the columns crosswise.
-        job.SetDBCollectionNode(refhost::testing::MakeBinds({{"x", "NODE_COORDINATE_Y"}, {"y", "NODE_COORDINATE_X"}}));
-        job.SetImportSectionNodes(c.sectionNodes);
+        refhost::SetDBCollectionNode(
+            job, refhost::testing::MakeBinds({{"x", "NODE_COORDINATE_Y"}, {"y", "NODE_COORDINATE_X"}}));
+        refhost::SetImportSectionNodes(job, c.sectionNodes);
         EXPECT_EQ(Cloud(job), c.coordinates) << c.type << "/" << c.sectionNodes;
     }
 }

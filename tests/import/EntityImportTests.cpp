@@ -1,4 +1,5 @@
 #include "ImportTestSupport.h"
+#include "refhost/HostSide.h"
 
 #include <stdexcept>
 
@@ -76,12 +77,13 @@ TEST_F(EntityImport, PointsWithoutBindsOrFromTheSecondaryConfiguration)
 {
     auto job = Job(VeltoGis::EntityTypePoint, "P1 1 2\n#c\nP2 3 4\n", kSurvey, {});
     EXPECT_EQ(Points(job), (Texts{"- @- []", "- @- []"}));
-    job.SetDBCollection(nullptr);
+    refhost::SetDBCollection(job, nullptr);
     EXPECT_EQ(Points(job), Texts{});
 
     Layout nodes{{","}, "", 0, {}, {{0, "id", Text}, {1, "e", Real}, {2, "n", Real}}};
     job.SetImporterConfigurationNode(ConfigurationXml(File("N1,100,200\n", "nodes.txt"), nodes).c_str());
-    job.SetDBCollectionNode(
+    refhost::SetDBCollectionNode(
+        job,
         refhost::testing::MakeBinds({{"id", "ENTITY_NAME"}, {"e", "NODE_COORDINATE_X"}, {"n", "NODE_COORDINATE_Y"}}));
     EXPECT_EQ(Points(job, nullptr, 1), (Texts{"N1 @100,200 [t:N1 r:100 r:200]"}));
 }
@@ -90,12 +92,13 @@ TEST_F(EntityImport, NameGoesThroughTheImportTransformUnlessItYieldsNull)
 {
     Layout layout{{";"}, "", 0, {}, {{0, "name", Text}}};
     auto job = Job(VeltoGis::EntityTypePolygon, "p1\nkeep\n;x\n", layout, {{"name", "ENTITY_NAME"}});
-    job.GetDBCollection()->GetDataBindCollection()[0]->SetImportTransform([](VeltoGis::Data::CDataBox& value) {
-        if (value.GetText() == W("keep"))
-            value.SetNull();
-        else
-            value.SetValue((W("N-") + value.GetText()).c_str());
-    });
+    refhost::SetImportTransform(*job.GetDBCollection()->GetDataBindCollection()[0],
+                                [](VeltoGis::Data::CDataBox& value) {
+                                    if (refhost::TextOf(value) == W("keep"))
+                                        value.SetNull();
+                                    else
+                                        value.SetValue((W("N-") + refhost::TextOf(value)).c_str());
+                                });
     ImpexEntityList polygons;
     ASSERT_EQ(engine.ImportPolygons(&job, polygons), 1);
     EXPECT_EQ(Describe(polygons), (Texts{"N-p1 [t:p1]", "keep [t:keep]", "N- [null]"}));
@@ -109,7 +112,7 @@ TEST_F(EntityImport, NegativeColumnThrowsOnlyWhenALineReachesItsBind)
     auto data = Job(VeltoGis::EntityTypePoint, "#a\nP1 1\n", layout, {{"name", "ENTITY_NAME"}, {"bad", "X"}});
     ImpexEntityList points;
     EXPECT_THROW(engine.ImportPoints(&data, points, 0, nullptr), std::invalid_argument);
-    EXPECT_FALSE(VeltoGis::Utility::CCoreProgressBar::Instance()->IsShown());
+    EXPECT_FALSE(refhost::ProgressBarShown());
 }
 
 TEST_F(EntityImport, LinesCarryRawNodeNames)
@@ -119,7 +122,8 @@ TEST_F(EntityImport, LinesCarryRawNodeNames)
                    {{"from", "NODE_S"}, {"to", "NODE_E"}, {"name", "ENTITY_NAME"}, {"x", "NODE_COORDINATE_X"}});
     for (const auto& bind : job.GetDBCollection()->GetDataBindCollection())
         if (bind->GetTargetDataId() != W("ENTITY_NAME"))
-            bind->SetImportTransform([](VeltoGis::Data::CDataBox& value) { value.SetValue(W("changed").c_str()); });
+            refhost::SetImportTransform(*bind,
+                                        [](VeltoGis::Data::CDataBox& value) { value.SetValue(W("changed").c_str()); });
     ImpexEntityList lines;
     ASSERT_EQ(engine.ImportLines(&job, lines), 1);
     EXPECT_EQ(Describe(lines), (Texts{"road A>B [t:A t:B t:road r:1]", "lane B> [t:B null t:lane null]",
@@ -139,16 +143,16 @@ TEST_F(EntityImport, PolygonsMatchThePrimaryFileAgainstSecondaryBindsWithSection
     Layout parcels{{"\t"}, "'", 0, {}, {{0, "parcel", Text}, {1, "area", Real}, {2, "owner", Text}}};
     auto job = Job(VeltoGis::EntityTypePolygon, "'parcels\n101\t250.5\tSmith\n\t12\tJones\n101\t\tSmith\n", parcels,
                    {{"parcel", "ENTITY_NAME"}, {"area", "NODE_COORDINATE_X"}, {"owner", "OWNER"}});
-    job.SetDBCollectionNode(refhost::testing::MakeBinds({{"owner", "ENTITY_NAME"}}));
+    refhost::SetDBCollectionNode(job, refhost::testing::MakeBinds({{"owner", "ENTITY_NAME"}}));
     ImpexEntityList polygons;
     ASSERT_EQ(engine.ImportPolygons(&job, polygons), 1);
     EXPECT_EQ(Describe(polygons), (Texts{"101 [t:101 r:250.5 t:Smith]", "- [null r:12 t:Jones]",
                                          "101 [t:101 null t:Smith]"}));
-    job.SetImportSectionNodes(1);
+    refhost::SetImportSectionNodes(job, 1);
     polygons.clear();
     ASSERT_EQ(engine.ImportPolygons(&job, polygons), 1);
     EXPECT_EQ(Describe(polygons), (Texts{"Smith [t:Smith]", "Jones [t:Jones]", "Smith [t:Smith]"}));
-    job.SetDBCollectionNode(nullptr);
+    refhost::SetDBCollectionNode(job, nullptr);
     polygons.clear();
     EXPECT_EQ(engine.ImportPolygons(&job, polygons), 1);
     EXPECT_TRUE(polygons.empty());

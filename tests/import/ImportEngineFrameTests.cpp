@@ -1,6 +1,7 @@
 #include "ImportTestSupport.h"
 
 #include "refhost/CadShimRecording.h"
+#include "refhost/HostSide.h"
 #include "ui/DialogFactory.h"
 
 #include <cctype>
@@ -66,17 +67,17 @@ protected:
 
 TEST_F(ImportEngineFrame, FixedAnswersAndHostTexts)
 {
-    EXPECT_EQ(U8(engine.GetEngineId()), "IMPORT_TXT");
-    EXPECT_EQ(engine.GetEngineName(), Msg(7873));
-    EXPECT_EQ(engine.GetEngineDescription(), Msg(7874));
-    EXPECT_EQ(engine.GetEngineMask(), 4915u);
+    EXPECT_EQ(U8(refhost::EngineIdOf(engine)), "IMPORT_TXT");
+    EXPECT_EQ(refhost::EngineNameOf(engine), Msg(7873));
+    EXPECT_EQ(refhost::EngineDescriptionOf(engine), Msg(7874));
+    EXPECT_EQ(refhost::EngineMaskOf(engine), 4915u);
     EXPECT_EQ((std::vector<int>{engine.ImportCapability2(), engine.ImportCapability15(), engine.ImportCapability17(),
                                 engine.ImportCapability20()}),
               (std::vector<int>{1, 0, 0, 1}));
     EXPECT_FALSE(engine.GetImportExtension());
-    const int before = CImpexManager::Instance()->UserDataCount(&job);
+    const int before = refhost::UserDataCount(&job);
     EXPECT_EQ(engine.PrepareImport(&job), 1);
-    EXPECT_EQ(CImpexManager::Instance()->UserDataCount(&job), before + 1);
+    EXPECT_EQ(refhost::UserDataCount(&job), before + 1);
     EXPECT_EQ(engine.PrepareImport(nullptr), 1);
 }
 
@@ -117,8 +118,8 @@ TEST_F(ImportEngineFrame, FilePathsAreReadAndWrittenThroughTheChosenConfiguratio
     EXPECT_EQ(U8(engine.GetSecondaryFilePath(&job)), "/data/nodes.txt");
 
     const WString primary = job.GetImporterConfiguration(), secondary = job.GetImporterConfigurationNode();
-    job.SetAllowPrimaryFilePathEdit(0);
-    job.SetAllowSecondaryFilePathEdit(0);
+    refhost::SetAllowPrimaryFilePathEdit(job, 0);
+    refhost::SetAllowSecondaryFilePathEdit(job, 0);
     EXPECT_EQ(engine.SetPrimaryFilePath(&job, WTEXT("/elsewhere.txt")), 0);
     EXPECT_EQ(engine.SetSecondaryFilePath(&job, WTEXT("/elsewhere.txt")), 0);
     EXPECT_EQ(engine.SetPrimaryFilePath(nullptr, WTEXT("/x.txt")), 0);

@@ -1,8 +1,9 @@
 #include "ImportTestSupport.h"
 
 #include "host/GisUtility.h"
-#include "refhost/CadShimRecording.h"
 #include "platform/Platform.h"
+#include "refhost/CadShimRecording.h"
+#include "refhost/HostSide.h"
 
 #include <boost/make_shared.hpp>
 
@@ -35,12 +36,12 @@ TEST_F(ImportRun, ProgressCountsEveryLineAndAdvancesBeforeEachRead)
 
     // Table rows show message 60043 as it stands; maxLines stops before the next read.
     const std::string rows = "show:" + U8(Msg(60043)) + ":0:4";
-    VeltoGis::Utility::CCoreProgressBar::Instance()->StartRecording();
+    refhost::StartProgressRecording();
     engine.ImportTableRows(job.GetImporterConfiguration().c_str(), boost::make_shared<CDBTable>(), 2);
     EXPECT_EQ(ProgressCalls(), (Texts{rows, "pos:1", "pos:2", "hide", "restore"}));
     const VeltoGis::Data::CDataBox zero(WTEXT("0"));
     for (int keyed = 0; keyed < 2; ++keyed) {
-        VeltoGis::Utility::CCoreProgressBar::Instance()->StartRecording();
+        refhost::StartProgressRecording();
         const WString configuration = job.GetImporterConfiguration();
         if (keyed)
             engine.UpdateLinkedTableRows(configuration.c_str(), boost::make_shared<CDBTable>(), &zero);
@@ -92,7 +93,7 @@ TEST_F(ImportRun, EmptyCommentOnlyAndVanishingFilesGiveNothing)
         EXPECT_EQ(Points(job), Texts{});
     }
     auto job = Job(VeltoGis::EntityTypePoint, "P1 1 2\nP2 3 4\n", kLayout, kBinds);
-    VeltoGis::Utility::CCoreProgressBar::Instance()->StartRecording();
+    refhost::StartProgressRecording();
     Platform::Faults::FailOpens(1, 1); // the counting pass opens the file, the reopening fails
     EXPECT_EQ(Points(job), Texts{});
     EXPECT_EQ(ProgressCalls(), (Texts{"show:" + U8(Msg(7875)) + ":0:2", "pos:1", "hide", "restore"}));

@@ -2,8 +2,9 @@
 
 #include "host/GisUtility.h"
 #include "import/ImportTxtConfiguration.h"
-#include "refhost/CadShimRecording.h"
 #include "platform/Platform.h"
+#include "refhost/CadShimRecording.h"
+#include "refhost/HostSide.h"
 
 #include <boost/make_shared.hpp>
 #include <sstream>
@@ -41,11 +42,17 @@ std::string Describe(const DataValueList& values)
     std::ostringstream text;
     for (const auto& value : values) {
         text << (&value == &values.front() ? "" : " ");
-        switch (value->GetKind()) {
+        switch (refhost::KindOf(*value)) {
         case CDataBox::Kind::Null: text << "null"; break;
-        case CDataBox::Kind::Integer: text << "i:" << value->GetInteger(); break;
-        case CDataBox::Kind::Real: text << "r:" << value->GetReal(); break;
-        case CDataBox::Kind::Text: text << "t:" << U8(value->GetText()); break;
+        case CDataBox::Kind::Integer:
+            text << "i:" << refhost::IntegerOf(*value);
+            break;
+        case CDataBox::Kind::Real:
+            text << "r:" << refhost::RealOf(*value);
+            break;
+        case CDataBox::Kind::Text:
+            text << "t:" << U8(refhost::TextOf(*value));
+            break;
         }
     }
     return text.str();
@@ -56,19 +63,19 @@ Texts Describe(const ImpexEntityList& entities)
     Texts texts;
     for (const auto& entity : entities) {
         std::ostringstream text;
-        text << (entity->HasName() ? U8(entity->GetName()) : "-");
+        text << (refhost::HasName(*entity) ? U8(refhost::NameOf(*entity)) : "-");
         if (const auto* point = dynamic_cast<const CImpexPoint*>(entity.get())) {
-            const AcGePoint3d& at = point->GetPosition();
+            const AcGePoint3d& at = refhost::PositionOf(*point);
             text << " @";
-            if (point->HasPosition())
+            if (refhost::HasPosition(*point))
                 text << at.x << "," << at.y << (at.z == 0.0 ? "" : ",z!");
             else
                 text << "-";
         }
         if (const auto* line = dynamic_cast<const CImpexLine*>(entity.get()))
-            text << " " << (line->HasStartingNodeName() ? U8(line->GetStartingNodeName()) : "?") << ">"
-                 << (line->HasEndingNodeName() ? U8(line->GetEndingNodeName()) : "?");
-        text << " [" << Describe(entity->Values()) << "]";
+            text << " " << (refhost::HasStartingNodeName(*line) ? U8(refhost::StartingNodeNameOf(*line)) : "?") << ">"
+                 << (refhost::HasEndingNodeName(*line) ? U8(refhost::EndingNodeNameOf(*line)) : "?");
+        text << " [" << Describe(refhost::ValuesOf(*entity)) << "]";
         texts.push_back(text.str());
     }
     return texts;
@@ -77,7 +84,7 @@ Texts Describe(const ImpexEntityList& entities)
 Texts Describe(const CDBTable& table)
 {
     Texts texts;
-    for (const auto& row : table.Rows())
+    for (const auto& row : refhost::RowsOf(table))
         texts.push_back("[" + Describe(row->Data()) + "]");
     return texts;
 }
@@ -85,16 +92,24 @@ Texts Describe(const CDBTable& table)
 Texts ProgressCalls()
 {
     Texts calls;
-    for (const auto& call : CCoreProgressBar::Instance()->RecordedCalls()) {
+    for (const auto& call : refhost::RecordedProgressCalls()) {
         switch (call.kind) {
-        case CCoreProgressBar::CallKind::Show:
+        case refhost::ProgressCallKind::Show:
             calls.push_back("show:" + U8(call.text) + ":" + std::to_string(call.value) + ":" +
                             std::to_string(call.upper));
             break;
-        case CCoreProgressBar::CallKind::SetPosition: calls.push_back("pos:" + std::to_string(call.value)); break;
-        case CCoreProgressBar::CallKind::Hide: calls.push_back("hide"); break;
-        case CCoreProgressBar::CallKind::RestoreState: calls.push_back("restore"); break;
-        case CCoreProgressBar::CallKind::SaveState: calls.push_back("save"); break;
+        case refhost::ProgressCallKind::SetPosition:
+            calls.push_back("pos:" + std::to_string(call.value));
+            break;
+        case refhost::ProgressCallKind::Hide:
+            calls.push_back("hide");
+            break;
+        case refhost::ProgressCallKind::RestoreState:
+            calls.push_back("restore");
+            break;
+        case refhost::ProgressCallKind::SaveState:
+            calls.push_back("save");
+            break;
         }
     }
     return calls;
@@ -105,12 +120,12 @@ WString Msg(unsigned id) { return VeltoGis::CModuleConfiguration::Instance()->Ge
 void ImportTest::SetUp()
 {
     CadShim::ClearRecordings();
-    CCoreProgressBar::Instance()->StartRecording();
+    refhost::StartProgressRecording();
 }
 
 void ImportTest::TearDown()
 {
-    CCoreProgressBar::Instance()->StopRecording();
+    refhost::StopProgressRecording();
     Platform::Faults::ClearFaults();
 }
 

@@ -1,4 +1,5 @@
 #include "ImportTestSupport.h"
+#include "refhost/HostSide.h"
 
 using namespace importtest;
 using namespace VeltoGis::ImportExport;
@@ -83,9 +84,9 @@ TEST_F(ImportValidation, BindsAreCheckedAgainstEntityTypeAndJobOptions)
                                           << c.sectionNodes << " primary " << c.primary << " secondary "
                                           << c.secondary);
         auto job = refhost::testing::MakeImportDefinition(c.type, WString(), BindsOf(c.primary));
-        job.SetDBCollectionNode(refhost::testing::MakeBinds(BindsOf(c.secondary)));
-        job.SetImportDataOnly(c.dataOnly);
-        job.SetImportSectionNodes(c.sectionNodes);
+        refhost::SetDBCollectionNode(job, refhost::testing::MakeBinds(BindsOf(c.secondary)));
+        refhost::SetImportDataOnly(job, c.dataOnly);
+        refhost::SetImportSectionNodes(job, c.sectionNodes);
         const WString earlier = WTEXT("the caller's earlier text");
         WString message = earlier;
         EXPECT_EQ(engine.ValidateDefinition(&job, message), c.result);
@@ -99,7 +100,7 @@ TEST_F(ImportValidation, BindWithEmptySourceCountsAsUnbound)
                                                       {{"", "NODE_COORDINATE_X"}, {"y", "NODE_COORDINATE_Y"}});
     WString message;
     EXPECT_EQ(engine.ValidateDefinition(&job, message), 0);
-    job.SetDBCollection(nullptr);
+    refhost::SetDBCollection(job, nullptr);
     EXPECT_EQ(engine.ValidateDefinition(&job, message), 0);
     EXPECT_EQ(engine.ValidateDefinition(nullptr, message), 0);
 }
@@ -125,7 +126,7 @@ TEST_F(ImportValidation, RequiredAndExcludedTargetsFollowTheJob)
     };
     for (const Case& c : cases) {
         auto job = refhost::testing::MakeImportDefinition(c.type, WString(), {});
-        job.SetImportDataOnly(c.dataOnly);
+        refhost::SetImportDataOnly(job, c.dataOnly);
         TargetIdList required{W("ALREADY")}, excluded{W("ALREADY")};
         engine.GetRequiredTargetIds(&job, required);
         engine.GetExcludedTargetIds(&job, excluded);

@@ -1,6 +1,7 @@
 #include "ImportTestSupport.h"
 
 #include "host/GisUtility.h"
+#include "refhost/HostSide.h"
 
 #include <boost/make_shared.hpp>
 #include <stdexcept>
@@ -17,7 +18,7 @@ protected:
     static boost::shared_ptr<CDBTable> Table(int linkedFieldIndex = 0)
     {
         auto table = boost::make_shared<CDBTable>();
-        table->SetLinkedFieldIndex(linkedFieldIndex);
+        refhost::SetLinkedFieldIndex(*table, linkedFieldIndex);
         return table;
     }
 };
@@ -39,7 +40,7 @@ TEST_F(TableRowImport, EveryLineUpToMaxLinesGivesARow)
     for (auto [maxLines, rows] : {std::pair{-3, 4u}, {1, 1u}, {2, 1u}, {4, 3u}, {5, 4u}, {99, 4u}}) {
         auto limited = Table();
         ASSERT_EQ(engine.ImportTableRows(configuration.c_str(), limited, maxLines), 1);
-        EXPECT_EQ(limited->Rows().size(), rows) << maxLines;
+        EXPECT_EQ(refhost::RowsOf(*limited).size(), rows) << maxLines;
     }
     Layout fixed{{}, "", 1, {2, 5}, {{2, "c", Text}, {0, "a", Text}, {1, "b", Integer}}};
     auto fixedTable = Table();
@@ -56,7 +57,7 @@ TEST_F(TableRowImport, LinkedRowsMatchTheUpperCasedKeyAndStoreIt)
     EXPECT_EQ(Describe(*table), (Texts{"[t:AB12 i:1]", "[t:AB12 i:2]", "[t:X i:4]"}));
     auto lowerCaseKeys = Table(0);
     ASSERT_EQ(engine.ImportLinkedTableRows(configuration.c_str(), lowerCaseKeys, KeySet{W("ab12")}), 1);
-    EXPECT_TRUE(lowerCaseKeys->Rows().empty());
+    EXPECT_TRUE(refhost::RowsOf(*lowerCaseKeys).empty());
 }
 
 TEST_F(TableRowImport, KeyIndexOutsideTheLinesFieldsThrowsAndEarlierRowsStay)
@@ -66,7 +67,7 @@ TEST_F(TableRowImport, KeyIndexOutsideTheLinesFieldsThrowsAndEarlierRowsStay)
     auto linked = Table(2);
     EXPECT_THROW(engine.ImportLinkedTableRows(configuration.c_str(), linked, KeySet{W("K")}), std::invalid_argument);
     EXPECT_EQ(Describe(*linked), Texts{"[t:a t:b t:K]"});
-    EXPECT_FALSE(VeltoGis::Utility::CCoreProgressBar::Instance()->IsShown());
+    EXPECT_FALSE(refhost::ProgressBarShown());
     EXPECT_THROW(engine.ImportLinkedTableRows(configuration.c_str(), Table(-1), KeySet{}), std::invalid_argument);
     // A blank delimited line has no fields at all, and the key is checked before the value.
     EXPECT_THROW(engine.UpdateLinkedTableRows(Configuration("\n", layout).c_str(), Table(0), nullptr),
@@ -107,5 +108,5 @@ TEST_F(TableRowImport, UpdateAddsOnlyEmptyKeysThatConvertToTheValue)
     Layout oneColumn{{";", ","}, "", 0, {}, {{0, "id", Text}}};
     auto noKeyColumn = Table(1);
     ASSERT_EQ(engine.UpdateLinkedTableRows(Configuration("7;;x\n", oneColumn).c_str(), noKeyColumn, &integerZero), 1);
-    EXPECT_TRUE(noKeyColumn->Rows().empty());
+    EXPECT_TRUE(refhost::RowsOf(*noKeyColumn).empty());
 }

@@ -1,6 +1,7 @@
 #include "host/GisData.h"
 #include "host/GisSystem.h"
 #include "host/GisUtility.h"
+#include "refhost/HostSide.h"
 #include "refhost/testing/TestText.h"
 
 #include <gtest/gtest.h>
@@ -119,22 +120,22 @@ TEST(DataBox, TextSurvivesCopyMoveAndReassignmentAtEveryLength)
         EXPECT_EQ(WString(assigned), text);
         assigned = Real(2.5);
         EXPECT_EQ(assigned, Real(2.5));
-        EXPECT_EQ(assigned.GetText(), WString());
+        EXPECT_EQ(refhost::TextOf(assigned), WString());
 
         // A box given its own text keeps it.
         CDataBox self(text.c_str());
         self.SetValue(WString(self).c_str());
         EXPECT_EQ(WString(self), text);
-        EXPECT_EQ(original.GetText(), text);
+        EXPECT_EQ(refhost::TextOf(original), text);
     }
 }
 
 TEST(DataRW, ReadsTheFieldNamedByTheDefinition)
 {
     CEntity entity;
-    entity.SetField(WTEXT("HEIGHT"), Real(301.25));
-    entity.SetField(WTEXT("CODE"), Text(WTEXT("TREE")));
-    entity.SetField(WTEXT("HEIGHT"), Real(302.5)); // replaces the earlier value
+    refhost::SetEntityField(entity, WTEXT("HEIGHT"), Real(301.25));
+    refhost::SetEntityField(entity, WTEXT("CODE"), Text(WTEXT("TREE")));
+    refhost::SetEntityField(entity, WTEXT("HEIGHT"), Real(302.5)); // replaces the earlier value
 
     CDataDefinition height;
     height.SetDataID(WTEXT("HEIGHT"));

@@ -1,6 +1,7 @@
 #include "host/ImpexData.h"
 #include "host/GisUtility.h"
 #include "host/ImpexDefinitions.h"
+#include "refhost/HostSide.h"
 #include "refhost/testing/JobBuilders.h"
 #include "refhost/testing/TestText.h"
 
@@ -60,8 +61,9 @@ TEST(DataBind, TransformsAreIdentityUntilGiven)
 TEST(DataBind, GivenTransformsChangeOrNullTheValueInTheirDirectionOnly)
 {
     CDataBind bind(WTEXT("C1"), WTEXT("HEIGHT"));
-    bind.SetImportTransform([](CDataBox& value) { value.SetValue(2.0 * VeltoGis::Utility::CUtility::AtoF(WString(value).c_str())); });
-    bind.SetExportTransform([](CDataBox& value) { value.SetNull(); });
+    refhost::SetImportTransform(
+        bind, [](CDataBox& value) { value.SetValue(2.0 * VeltoGis::Utility::CUtility::AtoF(WString(value).c_str())); });
+    refhost::SetExportTransform(bind, [](CDataBox& value) { value.SetNull(); });
 
     CDataBox imported(WTEXT("12.5"));
     bind.TransformData_Import(&imported);
@@ -71,7 +73,7 @@ TEST(DataBind, GivenTransformsChangeOrNullTheValueInTheirDirectionOnly)
     bind.TransformData_Export(&exported);
     EXPECT_FALSE(exported.IsNotNull());
 
-    bind.SetExportTransform(nullptr);
+    refhost::SetExportTransform(bind, nullptr);
     CDataBox plain(WTEXT("7"));
     bind.TransformData_Export(&plain);
     EXPECT_EQ(U8(plain), "7");
@@ -80,7 +82,7 @@ TEST(DataBind, GivenTransformsChangeOrNullTheValueInTheirDirectionOnly)
 TEST(DataBindCollection, FindsTheFirstBindOfATarget)
 {
     auto binds = MakeBinds({{"C1", "NODE_COORDINATE_X"}, {"C2", "CODE"}, {"C3", "CODE"}});
-    binds->Add(boost::shared_ptr<CDataBind>()); // an empty slot is skipped, not dereferenced
+    refhost::AddBind(*binds, boost::shared_ptr<CDataBind>()); // an empty slot is skipped, not dereferenced
     EXPECT_EQ(binds->GetDataBindByTargetDataId(WTEXT("CODE"))->GetSourceDataId(), WTEXT("C2"));
     EXPECT_FALSE(binds->GetDataBindByTargetDataId(WTEXT("code")));
     EXPECT_FALSE(binds->GetDataBindByTargetDataId(WTEXT("ENTITY_NAME")));
@@ -99,12 +101,12 @@ TEST(Cloud, CountOnlyKeepsNoPointsButTheSameCountAndChecksum)
         kept.AddPoint(x, y);
         counted.AddPoint(x, y);
     }
-    EXPECT_EQ(kept.PointCount(), 1000u);
-    EXPECT_EQ(kept.Coordinates().size(), 2000u);
-    EXPECT_EQ(kept.Coordinates()[2], 456789.001);
-    EXPECT_EQ(counted.PointCount(), 1000u);
-    EXPECT_TRUE(counted.Coordinates().empty());
-    EXPECT_EQ(kept.Checksum(), counted.Checksum());
+    EXPECT_EQ(refhost::PointCountOf(kept), 1000u);
+    EXPECT_EQ(refhost::CoordinatesOf(kept).size(), 2000u);
+    EXPECT_EQ(refhost::CoordinatesOf(kept)[2], 456789.001);
+    EXPECT_EQ(refhost::PointCountOf(counted), 1000u);
+    EXPECT_TRUE(refhost::CoordinatesOf(counted).empty());
+    EXPECT_EQ(refhost::ChecksumOf(kept), refhost::ChecksumOf(counted));
 }
 
 TEST(Cloud, ChecksumSeesOrderAxesAndEveryBit)
@@ -113,7 +115,7 @@ TEST(Cloud, ChecksumSeesOrderAxesAndEveryBit)
         CCloud cloud(CCloud::Storage::CountOnly);
         for (const auto& point : points)
             cloud.AddPoint(point.first, point.second);
-        return cloud.Checksum();
+        return refhost::ChecksumOf(cloud);
     };
     const auto reference = checksum({{1.0, 2.0}, {3.0, 4.0}});
     EXPECT_EQ(reference, checksum({{1.0, 2.0}, {3.0, 4.0}}));
@@ -127,8 +129,8 @@ TEST(Cloud, ChecksumSeesOrderAxesAndEveryBit)
 TEST(ImpexEntity, ReportsWhatWasSetAndKeepsValuesInOrder)
 {
     CImpexLine line;
-    EXPECT_FALSE(line.HasName());
-    EXPECT_FALSE(line.HasStartingNodeName());
+    EXPECT_FALSE(refhost::HasName(line));
+    EXPECT_FALSE(refhost::HasStartingNodeName(line));
     line.SetName(WTEXT("L1"));
     line.SetStartingNodeName(WTEXT(""));
     line.SetEndingNodeName(WTEXT("P2"));
@@ -137,17 +139,17 @@ TEST(ImpexEntity, ReportsWhatWasSetAndKeepsValuesInOrder)
         value->SetValue(i);
         line.AddData(value);
     }
-    EXPECT_TRUE(line.HasName());
-    EXPECT_EQ(line.GetName(), WTEXT("L1"));
-    EXPECT_TRUE(line.HasStartingNodeName());
-    EXPECT_EQ(line.GetStartingNodeName(), WTEXT(""));
-    EXPECT_EQ(line.GetEndingNodeName(), WTEXT("P2"));
+    EXPECT_TRUE(refhost::HasName(line));
+    EXPECT_EQ(refhost::NameOf(line), WTEXT("L1"));
+    EXPECT_TRUE(refhost::HasStartingNodeName(line));
+    EXPECT_EQ(refhost::StartingNodeNameOf(line), WTEXT(""));
+    EXPECT_EQ(refhost::EndingNodeNameOf(line), WTEXT("P2"));
     ASSERT_EQ(line.GetData()->size(), 20u);
-    EXPECT_EQ((*line.GetData())[19]->GetInteger(), 19);
+    EXPECT_EQ(refhost::IntegerOf(*(*line.GetData())[19]), 19);
 
     CImpexPoint point;
-    EXPECT_FALSE(point.HasPosition());
+    EXPECT_FALSE(refhost::HasPosition(point));
     point.SetPosition(AcGePoint3d(1.0, 2.0, 0.0));
-    EXPECT_TRUE(point.HasPosition());
-    EXPECT_EQ(point.GetPosition().y, 2.0);
+    EXPECT_TRUE(refhost::HasPosition(point));
+    EXPECT_EQ(refhost::PositionOf(point).y, 2.0);
 }

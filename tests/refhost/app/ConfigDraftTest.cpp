@@ -1,9 +1,10 @@
 // The configuration drafts that tessel composes from options, read by the loaded module's
 // engines: every field must come back as given, through the engines' own operations.
 
-#include "AppTestSupport.h"
-#include "refhost/app/AppError.h"
 #include "refhost/app/ConfigDraft.h"
+#include "AppTestSupport.h"
+#include "refhost/HostSide.h"
+#include "refhost/app/AppError.h"
 #include "refhost/testing/TempDir.h"
 #include "refhost/testing/TestText.h"
 
@@ -93,7 +94,7 @@ TEST_P(ImportConfigDraftSplitting, EngineSplitsAndSkipsAsComposed)
     auto table = boost::make_shared<CDBTable>();
     ASSERT_EQ(engine.ImportTableRows(definition.GetImporterConfiguration().c_str(), table, 0), 1);
     std::vector<std::vector<std::string>> rows;
-    for (const auto& row : table->Rows()) {
+    for (const auto& row : refhost::RowsOf(*table)) {
         std::vector<std::string> values;
         for (const auto& value : row->Data())
             values.push_back(U8(static_cast<WString>(*value)));
@@ -160,14 +161,14 @@ TEST(ExportConfigDraft, EngineWritesWithTheComposedCommentDelimiterAndEncoding)
         choice.delimiter = " & \"=\" ";
         choice.utf16 = utf16;
         CExportDefinition definition;
-        definition.SetEntityType(VeltoGis::EntityTypePoint);
+        refhost::SetEntityType(definition, VeltoGis::EntityTypePoint);
         definition.SetExporterConfiguration(ExportConfigDraft(choice, kCodePage).c_str());
         const WString path = folder.FilePath(utf16 ? "utf16.txt" : "ansi.txt");
         ASSERT_EQ(engine.SetPrimaryFilePath(&definition, path.c_str()), 1);
         auto binds = boost::make_shared<CDataBindCollection>();
-        binds->Add(boost::make_shared<CDataBind>(WTEXT("a"), WTEXT("X")));
-        binds->Add(boost::make_shared<CDataBind>(WTEXT("b"), WTEXT("Y")));
-        definition.SetDBCollection(binds);
+        refhost::AddBind(*binds, boost::make_shared<CDataBind>(WTEXT("a"), WTEXT("X")));
+        refhost::AddBind(*binds, boost::make_shared<CDataBind>(WTEXT("b"), WTEXT("Y")));
+        refhost::SetDBCollection(definition, binds);
         ImpexEntityList entities = {boost::make_shared<CImpexPoint>()};
         entities[0]->AddData(boost::make_shared<VeltoGis::Data::CDataBox>(WTEXT("1")));
         entities[0]->AddData(boost::make_shared<VeltoGis::Data::CDataBox>(WTEXT("é")));

@@ -1,7 +1,8 @@
 // The export's input readers: JSON Lines and GeoJSON into named fields and host values.
 
-#include "refhost/app/AppError.h"
 #include "refhost/app/ExportInput.h"
+#include "refhost/HostSide.h"
+#include "refhost/app/AppError.h"
 #include "refhost/testing/TempDir.h"
 #include "refhost/testing/TestText.h"
 
@@ -16,11 +17,13 @@ using refhost::testing::U8;
 
 std::string Describe(const CDataBox& value)
 {
-    switch (value.GetKind()) {
+    switch (refhost::KindOf(value)) {
     case CDataBox::Kind::Null: return "null";
-    case CDataBox::Kind::Integer: return "int " + std::to_string(value.GetInteger());
+    case CDataBox::Kind::Integer:
+        return "int " + std::to_string(refhost::IntegerOf(value));
     case CDataBox::Kind::Real: return "real " + U8(static_cast<WString>(value));
-    case CDataBox::Kind::Text: return "text " + U8(value.GetText());
+    case CDataBox::Kind::Text:
+        return "text " + U8(refhost::TextOf(value));
     }
     return "";
 }
