@@ -1,9 +1,6 @@
 #include "refhost/Utf8.h"
-#include "refhost/testing/TempDir.h"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
 
 using refhost::FromUtf8;
 using refhost::ToUtf8;
@@ -41,20 +38,4 @@ TEST(Utf8, UnpairedSurrogatesBecomeReplacementCharacters)
     EXPECT_EQ(ToUtf8(WString(u"a\xD800")), "a\xEF\xBF\xBD");
     EXPECT_EQ(ToUtf8(WString(u"\xDC00" "b")), "\xEF\xBF\xBD" "b");
     EXPECT_EQ(ToUtf8(static_cast<const WChar*>(nullptr)), "");
-}
-
-TEST(TempDir, WritesExactBytesAndRemovesEverythingAfterwards)
-{
-    std::string folder;
-    {
-        refhost::testing::TempDir temp;
-        const std::string bytes("\xFF\xFE" "a\0\r\0\n\0", 8);
-        const WString path = temp.WriteFile("utf16.txt", bytes);
-        EXPECT_EQ(path, FromUtf8(temp.Path() + "/utf16.txt"));
-        EXPECT_EQ(temp.ReadFile("utf16.txt"), bytes);
-        EXPECT_EQ(temp.ReadFile("missing.txt"), "");
-        folder = temp.Path();
-        EXPECT_TRUE(std::filesystem::is_directory(folder));
-    }
-    EXPECT_FALSE(std::filesystem::exists(folder));
 }
