@@ -301,7 +301,7 @@ void CDlgTxtConfiguration::ShowColumns()
 
 void CDlgTxtConfiguration::ShowEncoding()
 {
-    encoding_->SetLabel(model_.Preview().Lines().empty() && model_.Preview().Encoding().encoding == 0
+    encoding_->SetLabel(model_.Preview().LineCount() == 0 && model_.Preview().Encoding().encoding == 0
                             ? wxString()
                             : EncodingText(model_.Preview().Encoding()));
 }

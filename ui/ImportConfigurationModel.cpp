@@ -120,7 +120,7 @@ bool ImportConfigurationModel::LoadPreview()
     request.rulerPositions = ruler_.BreakPositions();
     if (!preview_.Load(request))
         return false;
-    if (request.fixedWidth && !preview_.Lines().empty())
+    if (request.fixedWidth && preview_.LineCount() > 0)
         positions_ = preview_.Positions();
     BuildColumnList();
     return true;

@@ -16,6 +16,8 @@ using VeltoGis::Utility::CCoreProgressBar;
 namespace {
 
 constexpr int kProgressEnd = 1000;
+// Longer than any number the type guess accepts.
+constexpr std::size_t kLongestSample = 80;
 
 ImportTxtConfiguration SplitterConfiguration(const PreviewRequest& request)
 {
@@ -41,7 +43,7 @@ void TakeOffMarker(FieldList& header)
 
 void ImportPreview::Clear()
 {
-    lines_.clear();
+    lineCount_ = 0;
     rows_.clear();
     header_.clear();
     sample_.clear();
@@ -88,7 +90,7 @@ bool ImportPreview::Load(const PreviewRequest& request)
     progress->Hide();
     progress->RestoreState();
     // Taken line by line: a file without lines leaves the positions as they were.
-    if (request.fixedWidth && !lines_.empty()) {
+    if (request.fixedWidth && lineCount_ > 0) {
         columnCount_ = request.rulerBreakCount;
         positions_ = request.rulerPositions;
     }
@@ -115,12 +117,12 @@ void ImportPreview::TakeLine(WString& line, const PreviewRequest& request, const
             TakeOffMarker(header_);
             headerTaken_ = true;
         } else if (!row.comment && !sampleTaken_) {
-            sample_ = row.fields;
+            for (const WString& field : row.fields)
+                sample_.push_back(field.substr(0, kLongestSample));
             sampleTaken_ = true;
         }
     }
+    ++lineCount_;
     if (!line.empty())
         rows_.push_back(std::move(row));
-    lines_.push_back(std::move(line));
-    line = WString();
 }

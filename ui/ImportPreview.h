@@ -45,13 +45,15 @@ public:
     // empty. A column count of 0 becomes 1.
     bool Load(const PreviewRequest& request);
 
-    // The lines as prepared: delimiters replaced by the separator, ends trimmed.
-    const std::vector<WString>& Lines() const { return lines_; }
+    // The lines read. Their text, prepared (delimiters replaced, ends trimmed), is kept once:
+    // in the rows cut from it.
+    std::size_t LineCount() const { return lineCount_; }
     // One row per non-empty line.
     const std::vector<PreviewRow>& Rows() const { return rows_; }
     // The first comment line's fields, its marker taken off (delimited mode only).
     const FieldList& HeaderFields() const { return header_; }
-    // The first data line's fields (delimited mode only).
+    // The first data line's fields (delimited mode only), each cut to what shows whether it
+    // is a number: a longer field is text whatever it holds.
     const FieldList& SampleFields() const { return sample_; }
     int ColumnCount() const { return columnCount_; }
     // Fixed width: the positions the rows were cut at (the ruler's); empty when the file had
@@ -62,7 +64,7 @@ public:
 private:
     void TakeLine(WString& line, const PreviewRequest& request, const WString& markers, class LineSplitter& splitter);
 
-    std::vector<WString> lines_;
+    std::size_t lineCount_ = 0;
     std::vector<PreviewRow> rows_;
     FieldList header_;
     FieldList sample_;

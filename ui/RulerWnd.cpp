@@ -81,9 +81,9 @@ void CRulerWnd::OnKeyDown(wxKeyEvent& event)
     case WXK_END: delta = model_.LargestPosition(); break;
     default: event.Skip(); return;
     }
+    // Not skipped: the arrow keys would otherwise move the focus on.
     model_.MoveCursor(event.ShiftDown() ? delta * 10 : delta);
     Refresh();
-    event.Skip(); // the owner announces the new cursor
 }
 
 void CRulerWnd::OnPaint(wxPaintEvent&)

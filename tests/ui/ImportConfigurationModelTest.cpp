@@ -7,6 +7,7 @@
 #include "refhost/CadShimRecording.h"
 #include "refhost/testing/TempDir.h"
 #include "refhost/testing/TestText.h"
+#include "textfile/TextFileTypes.h"
 #include "ui/ColumnTypes.h"
 #include "ui/ImportConfigurationModel.h"
 
@@ -132,7 +133,7 @@ TEST_F(ImportWizardModel, AFileOfFiveThousandLinesPreviewsItsFirst999)
     progress->StartRecording();
     ImportConfigurationModel& model = OpenOn(bytes);
     progress->StopRecording();
-    EXPECT_EQ(model.Preview().Lines().size(), 999u);
+    EXPECT_EQ(model.Preview().LineCount(), 999u);
     EXPECT_EQ(model.Preview().Rows().back().fields[0], WTEXT("998"));
     int lastPosition = 0;
     for (const auto& call : progress->RecordedCalls())
@@ -152,6 +153,7 @@ TEST_F(ImportWizardModel, ColumnNamesComeFromTheFirstCommentLineAndTypesFromTheF
         {"#X Y Z NAME\n1.5 2 007 P1\n9 9 9 9\n", {"X:Real", "Y:Integer", "Z:Text", "NAME:Text"}},
         {"# X Y\n*second comment\n3,25 -4 x\n", {"X:Real", "Y:Integer", "C3:Text"}},
         {"1e3 12345678901 -0\n", {"C1:Real", "C2:Real", "C3:Integer"}},
+        {"#X Y\n1.5 2\nabc 3.5\n", {"X:Real", "Y:Integer"}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.bytes);
@@ -161,6 +163,11 @@ TEST_F(ImportWizardModel, ColumnNamesComeFromTheFirstCommentLineAndTypesFromTheF
         model.DelimitersChanged();
         EXPECT_EQ(NamesOf(model), c.columns);
     }
+    // Marked in the preview: the cells that their column's type cannot convert (not comments).
+    const ImportConfigurationModel& model = *model_;
+    EXPECT_TRUE(model.CellConverts(0, 0) && model.CellConverts(1, 0) && model.CellConverts(1, 1));
+    EXPECT_FALSE(model.CellConverts(2, 0));
+    EXPECT_FALSE(model.CellConverts(2, 1));
 }
 
 TEST(ColumnTypes, GuessAndConversionOfEachKindOfField)
@@ -341,6 +348,7 @@ TEST_F(ImportWizardModel, BadFilesGiveTheirPreviewOrAnAlertAndKeepTheColumnList)
     model.ChooseFile(folder_.WriteFile("odd.txt", std::string("\xFF\xFE" "a\0\t\0b\0\n\0c", 11)));
     ASSERT_FALSE(model.Preview().Rows().empty());
     EXPECT_EQ(RowsOf(model)[0], "a|b");
+    EXPECT_EQ(model.Preview().Encoding().encoding, TextEncoding::Utf16LE);
     model.ChooseFile(folder_.WriteFile("binary.txt", std::string("\x00\x01\t\xFF\x00\n\x7F\x80\t\t\n", 11)));
     // ANSI text ends at a NUL byte: the first line is empty, the second has one tab left.
     EXPECT_EQ(model.Preview().ColumnCount(), 2);

@@ -89,6 +89,14 @@ TEST_F(ImportWizardGui, FixedWidthFlowOnTheRulerAndTheColumnList)
         ColumnListCtrl* grid = ColumnList(dialog);
         ASSERT_EQ(grid->GetNumberRows(), 3);
         EXPECT_EQ(dynamic_cast<wxListCtrl*>(Control(dialog, 555))->GetColumnCount(), 3);
+        // From the keyboard: the cursor to character 2, Space sets a break there and again
+        // removes it; the tip tells where the cursor is.
+        for (int key : {WXK_RIGHT, WXK_RIGHT, WXK_RIGHT, WXK_SPACE})
+            PressAndPump(key);
+        EXPECT_EQ(ruler->GetToolTipText(), "2");
+        EXPECT_EQ(grid->GetNumberRows(), 4);
+        PressAndPump(WXK_SPACE);
+        EXPECT_EQ(grid->GetNumberRows(), 3);
 
         // The type of the second column: open its drop-down, choose, and commit with Enter.
         ClickCell(grid, 1, 2);
