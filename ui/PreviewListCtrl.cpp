@@ -38,9 +38,13 @@ wxString PreviewListCtrl::OnGetItemText(long item, long column) const
     const WString* text = source_.cell ? source_.cell(item, column) : nullptr;
     if (!text)
         return wxString();
+    // A sign before a marked cell as well as its colours: not every toolkit draws colours
+    // per cell (the generic list of wxGTK does not), and a sign needs no colour vision.
+    const wxString sign = source_.cellMarked && source_.cellMarked(item, column) ? wxString::FromUTF8("\xE2\x9A\xA0 ")
+                                                                                 : wxString();
     if (text->size() <= kShownCellLength)
-        return ToWxString(*text);
-    return ToWxString(text->data(), kShownCellLength) + wxString::FromUTF8("\xE2\x80\xA6");
+        return sign + ToWxString(*text);
+    return sign + ToWxString(text->data(), kShownCellLength) + wxString::FromUTF8("\xE2\x80\xA6");
 }
 
 wxItemAttr* PreviewListCtrl::OnGetItemAttr(long item) const

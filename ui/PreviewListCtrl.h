@@ -1,6 +1,7 @@
 #pragma once
 // A virtual report list: rows and cells come from its owner on demand, rows may carry a
-// background colour, and single cells may be marked. However long a cell is, the list shows
+// background colour, and single cells may be marked (a warning sign before the text, and
+// pale red where the toolkit draws colours per cell). However long a cell is, the list shows
 // only its beginning, so that one huge field cannot stall the drawing.
 
 #include "host/Text.h"

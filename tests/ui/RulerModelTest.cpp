@@ -72,12 +72,9 @@ TEST(RulerModel, RemovalByIdentifierClosesTheSlotsAndKeepsTheOtherIdentifiers)
     EXPECT_EQ(ruler.RemoveBreak(7), -1);
 }
 
-TEST(RulerModel, TicksAndMarkersAsDrawn)
+TEST(RulerModel, MarkersAreDrawnWithinTheClientAreaWidenedByTheHalfWidth)
 {
     RulerModel ruler;
-    EXPECT_EQ(RulerModel::TickOf(0), RulerTick::Long);
-    EXPECT_EQ(RulerModel::TickOf(5), RulerTick::Medium);
-    EXPECT_EQ(RulerModel::TickOf(7), RulerTick::Short);
     ruler.SetOrigin(3);
     ruler.SetScrollOffset(8);
     EXPECT_EQ(ruler.PixelOf(10), 35);

@@ -142,7 +142,7 @@ TEST_F(ImportWizardGui, FixedWidthFlowOnTheRulerAndTheColumnList)
 TEST_F(ImportWizardGui, DelimitedFlowWithAnOtherDelimiterAndEnterThatNeverCloses)
 {
     refhost::testing::TempDir folder;
-    const WString file = folder.WriteFile("points.txt", "#X;Y;Code\n12.5;7;A1\n13.5;8;A2\n");
+    const WString file = folder.WriteFile("points.txt", "#X;Y;Code\n12.5;7;A1\n13.5;n/a;A2\n");
     CDlgTxtConfiguration::SetFileChooser([&](wxWindow*, const WString&, WString& path) {
         path = file;
         return true;
@@ -162,6 +162,9 @@ TEST_F(ImportWizardGui, DelimitedFlowWithAnOtherDelimiterAndEnterThatNeverCloses
         ColumnListCtrl* grid = ColumnList(dialog);
         EXPECT_EQ(grid->GetNumberRows(), 3);
         ClickCell(grid, 2, 3); // Code is not imported
+        auto* preview = dynamic_cast<wxListCtrl*>(Control(dialog, 555));
+        EXPECT_EQ(preview->GetItemText(2, 1), wxString::FromUTF8("\xE2\x9A\xA0 n/a")); // no integer: marked
+        EXPECT_EQ(preview->GetItemText(2, 0), "13.5");
         Screenshot(dialog, "import-wizard-other-delimiter");
         Click(dialog, IDOK);
     });
