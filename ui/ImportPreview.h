@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <vector>
 
+class LineSplitter;
+
 struct PreviewRequest {
     WString path;
     bool fixedWidth = false;
@@ -62,7 +64,7 @@ public:
     const PreviewEncoding& Encoding() const { return encoding_; }
 
 private:
-    void TakeLine(WString& line, const PreviewRequest& request, const WString& markers, class LineSplitter& splitter);
+    void TakeLine(WString& line, const PreviewRequest& request, const WString& markers, LineSplitter& splitter);
 
     std::size_t lineCount_ = 0;
     std::vector<PreviewRow> rows_;
