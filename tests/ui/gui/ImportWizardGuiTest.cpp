@@ -9,6 +9,7 @@
 #include "refhost/testing/TestText.h"
 #include "ui/ColumnListCtrl.h"
 #include "ui/DlgTxtConfiguration.h"
+#include "ui/RulerWnd.h"
 
 #include <gtest/gtest.h>
 #include <wx/combobox.h>
@@ -16,6 +17,7 @@
 #include <wx/uiaction.h>
 
 #include <filesystem>
+#include <vector>
 
 using refhost::testing::U8;
 using refhost::testing::W;
@@ -83,9 +85,16 @@ TEST_F(ImportWizardGui, FixedWidthFlowOnTheRulerAndTheColumnList)
         Click(dialog, 205);
         wxWindow* ruler = Control(dialog, 221);
         ASSERT_TRUE(ruler->IsEnabled());
+        std::vector<int> notified; // the ruler tells its parent of each click
+        dialog->Bind(EVT_RULER_NOTIFY, [&](RulerNotifyEvent& event) {
+            EXPECT_EQ(event.Code(), 4370);
+            EXPECT_EQ(event.GetId(), 221);
+            notified.push_back(event.Argument());
+        });
         // Columns begin at characters 8, 22 and 36: ruler positions 13, 27 and 41.
         for (int position : {13, 27, 41})
             ClickAt(ruler, RulerPoint(ruler, position));
+        EXPECT_EQ(notified, (std::vector<int>{13, 27, 41}));
         ColumnListCtrl* grid = ColumnList(dialog);
         ASSERT_EQ(grid->GetNumberRows(), 3);
         EXPECT_EQ(dynamic_cast<wxListCtrl*>(Control(dialog, 555))->GetColumnCount(), 3);
