@@ -116,54 +116,74 @@ void CDlgTxtConfiguration::CreateControls()
 {
     wxWindow* window = Window();
     auto* rows = new wxBoxSizer(wxVERTICAL);
+    rows->Add(CreateFileRow(window), 0, wxEXPAND | wxALL, 8);
+    rows->Add(CreateModeRow(window), 0, wxEXPAND | wxLEFT | wxRIGHT, 8);
+    rows->Add(CreateRulerRow(window), 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, 8);
+    preview_ = new PreviewListCtrl(window, kPreviewList, wxSize(640, 220));
+    rows->Add(preview_, 1, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, 8);
+    rows->Add(CreateColumnRow(window), 0, wxEXPAND | wxALL, 8);
+    window->SetSizer(rows);
 
-    auto* fileRow = new wxBoxSizer(wxHORIZONTAL);
-    fileRow->Add(new wxStaticText(window, wxID_ANY, Caption(MessageId::ExportFileLabel)), 0,
-                 wxALIGN_CENTER_VERTICAL | wxRIGHT, 6);
+    wxToolTip::SetDelay(500);
+    wxToolTip::Enable(true);
+}
+
+wxSizer* CDlgTxtConfiguration::CreateFileRow(wxWindow* window)
+{
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    row->Add(new wxStaticText(window, wxID_ANY, Caption(MessageId::ExportFileLabel)), 0,
+             wxALIGN_CENTER_VERTICAL | wxRIGHT, 6);
     path_ = new wxTextCtrl(window, kFilePath, wxString(), wxDefaultPosition, wxSize(420, -1));
-    fileRow->Add(path_, 1, wxALIGN_CENTER_VERTICAL);
-    fileRow->Add(browse_.Create(window, kBrowse), 0, wxLEFT | wxALIGN_CENTER_VERTICAL, 4);
+    row->Add(path_, 1, wxALIGN_CENTER_VERTICAL);
+    row->Add(browse_.Create(window, kBrowse), 0, wxLEFT | wxALIGN_CENTER_VERTICAL, 4);
     browse_.SetButtonIcon(WTEXT("IDI_OPEN"), 1, 16, 16, 0);
-    fileRow->Add(new wxStaticText(window, wxID_ANY, Caption(MessageId::EncodingLabel) + ":"), 0,
-                 wxLEFT | wxALIGN_CENTER_VERTICAL, 12);
+    row->Add(new wxStaticText(window, wxID_ANY, Caption(MessageId::EncodingLabel) + ":"), 0,
+             wxLEFT | wxALIGN_CENTER_VERTICAL, 12);
     encoding_ = new wxStaticText(window, kEncoding, wxString(), wxDefaultPosition, wxSize(90, -1));
-    fileRow->Add(encoding_, 0, wxLEFT | wxALIGN_CENTER_VERTICAL, 4);
-    rows->Add(fileRow, 0, wxEXPAND | wxALL, 8);
+    row->Add(encoding_, 0, wxLEFT | wxALIGN_CENTER_VERTICAL, 4);
+    return row;
+}
 
+wxSizer* CDlgTxtConfiguration::CreateModeRow(wxWindow* window)
+{
     // The template's own captions where the host keeps no message.
-    auto* modeRow = new wxBoxSizer(wxHORIZONTAL);
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
     delimited_ = new wxRadioButton(window, kDelimited, "Delimited", wxDefaultPosition, wxDefaultSize, wxRB_GROUP);
     fixedWidth_ = new wxRadioButton(window, kFixedWidth, "Fixed width");
-    modeRow->Add(delimited_, 0, wxRIGHT | wxALIGN_CENTER_VERTICAL, 12);
-    modeRow->Add(fixedWidth_, 0, wxRIGHT | wxALIGN_CENTER_VERTICAL, 24);
-    modeRow->Add(new wxStaticText(window, wxID_ANY, Caption(MessageId::ExportDelimiterLabel) + ":"), 0,
-                 wxRIGHT | wxALIGN_CENTER_VERTICAL, 6);
+    row->Add(delimited_, 0, wxRIGHT | wxALIGN_CENTER_VERTICAL, 12);
+    row->Add(fixedWidth_, 0, wxRIGHT | wxALIGN_CENTER_VERTICAL, 24);
+    row->Add(new wxStaticText(window, wxID_ANY, Caption(MessageId::ExportDelimiterLabel) + ":"), 0,
+             wxRIGHT | wxALIGN_CENTER_VERTICAL, 6);
     space_ = new wxCheckBox(window, kSpace, Caption(MessageId::DelimiterSpace));
     tab_ = new wxCheckBox(window, kTab, Caption(MessageId::DelimiterTab));
     other_ = new wxCheckBox(window, kOther, Caption(MessageId::DelimiterOther));
     otherDelimiters_ = new wxTextCtrl(window, kOtherDelimiters, wxString(), wxDefaultPosition, wxSize(50, -1));
     for (wxWindow* control : {static_cast<wxWindow*>(space_), static_cast<wxWindow*>(tab_),
                               static_cast<wxWindow*>(other_), static_cast<wxWindow*>(otherDelimiters_)})
-        modeRow->Add(control, 0, wxRIGHT | wxALIGN_CENTER_VERTICAL, 6);
-    modeRow->Add(new wxStaticText(window, wxID_ANY, "Comment characters:"), 0,
-                 wxLEFT | wxRIGHT | wxALIGN_CENTER_VERTICAL, 6);
+        row->Add(control, 0, wxRIGHT | wxALIGN_CENTER_VERTICAL, 6);
+    row->Add(new wxStaticText(window, wxID_ANY, "Comment characters:"), 0,
+             wxLEFT | wxRIGHT | wxALIGN_CENTER_VERTICAL, 6);
     comments_ = new wxTextCtrl(window, kComments, wxString(), wxDefaultPosition, wxSize(50, -1));
-    modeRow->Add(comments_, 0, wxALIGN_CENTER_VERTICAL);
-    rows->Add(modeRow, 0, wxEXPAND | wxLEFT | wxRIGHT, 8);
+    row->Add(comments_, 0, wxALIGN_CENTER_VERTICAL);
+    return row;
+}
 
-    auto* rulerRow = new wxBoxSizer(wxHORIZONTAL);
+wxSizer* CDlgTxtConfiguration::CreateRulerRow(wxWindow* window)
+{
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
     ruler_ = new CRulerWnd(window, kRuler, model_.Ruler(), wxSize(-1, 26));
-    rulerRow->Add(ruler_, 1, wxEXPAND);
-    const auto* icon = static_cast<const wxBitmap*>(VeltoGis::CModuleConfiguration::Instance()->GetIcon(WTEXT("IDI_DELETE")));
+    row->Add(ruler_, 1, wxEXPAND);
+    const auto* icon =
+        static_cast<const wxBitmap*>(VeltoGis::CModuleConfiguration::Instance()->GetIcon(WTEXT("IDI_DELETE")));
     removeBreaks_ = new wxBitmapButton(window, kRemoveBreaks, icon ? *icon : wxBitmap(16, 16));
     removeBreaks_->SetToolTip(Caption(MessageId::RemoveAllBreaksTip));
-    rulerRow->Add(removeBreaks_, 0, wxLEFT | wxALIGN_CENTER_VERTICAL, 4);
-    rows->Add(rulerRow, 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, 8);
+    row->Add(removeBreaks_, 0, wxLEFT | wxALIGN_CENTER_VERTICAL, 4);
+    return row;
+}
 
-    preview_ = new PreviewListCtrl(window, kPreviewList, wxSize(640, 220));
-    rows->Add(preview_, 1, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, 8);
-
-    auto* columnRow = new wxBoxSizer(wxHORIZONTAL);
+wxSizer* CDlgTxtConfiguration::CreateColumnRow(wxWindow* window)
+{
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
     columns_ = new ColumnListCtrl(window, kColumnList, wxSize(330, 160));
     columns_->SetColumns({{Caption(MessageId::ColumnLabelHeading), 90, ColumnListCtrl::CellKind::Text},
                           {Caption(MessageId::ColumnNameHeading), 90, ColumnListCtrl::CellKind::EditableText},
@@ -176,21 +196,17 @@ void CDlgTxtConfiguration::CreateControls()
     auto* columnBox = new wxBoxSizer(wxVERTICAL);
     columnBox->Add(new wxStaticText(window, wxID_ANY, Caption(MessageId::ColumnHeading)), 0, wxBOTTOM, 4);
     columnBox->Add(columns_, 1, wxEXPAND);
-    columnRow->Add(columnBox, 0, wxEXPAND);
+    row->Add(columnBox, 0, wxEXPAND);
     wxWindow* rebuild = rebuild_.Create(window, kRebuildColumns);
     rebuild->SetLabel("Columns from the preview");
-    columnRow->Add(rebuild, 0, wxLEFT | wxALIGN_BOTTOM, 8);
-    columnRow->AddStretchSpacer();
+    row->Add(rebuild, 0, wxLEFT | wxALIGN_BOTTOM, 8);
+    row->AddStretchSpacer();
     auto* buttons = new wxBoxSizer(wxVERTICAL);
     // No default button: Enter moves on and never closes the wizard.
     buttons->Add(new wxButton(window, IDOK, Caption(MessageId::OkCaption)), 0, wxBOTTOM, 6);
     buttons->Add(new wxButton(window, IDCANCEL, Caption(MessageId::CancelCaption)));
-    columnRow->Add(buttons, 0, wxALIGN_BOTTOM);
-    rows->Add(columnRow, 0, wxEXPAND | wxALL, 8);
-    window->SetSizer(rows);
-
-    wxToolTip::SetDelay(500);
-    wxToolTip::Enable(true);
+    row->Add(buttons, 0, wxALIGN_BOTTOM);
+    return row;
 }
 
 void CDlgTxtConfiguration::BindControls()

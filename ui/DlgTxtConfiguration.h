@@ -16,6 +16,8 @@ class wxStaticText;
 class wxTextCtrl;
 class wxKeyEvent;
 class wxMouseEvent;
+class wxSizer;
+class wxWindow;
 class ColumnListCtrl;
 class CRulerWnd;
 class PreviewListCtrl;
@@ -44,6 +46,10 @@ protected:
 
 private:
     void CreateControls();
+    wxSizer* CreateFileRow(wxWindow* window);
+    wxSizer* CreateModeRow(wxWindow* window);
+    wxSizer* CreateRulerRow(wxWindow* window);
+    wxSizer* CreateColumnRow(wxWindow* window);
     void BindControls();
     void ShowFields();
     void ShowMode();
