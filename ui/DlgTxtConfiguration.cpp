@@ -121,6 +121,9 @@ void CDlgTxtConfiguration::CreateControls()
     rows->Add(CreateRulerRow(window), 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, 8);
     preview_ = new PreviewListCtrl(window, kPreviewList, wxSize(640, 220));
     rows->Add(preview_, 1, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, 8);
+    shownColumns_ = new wxStaticText(window, wxID_ANY, wxString());
+    shownColumns_->Hide();
+    rows->Add(shownColumns_, 0, wxLEFT | wxRIGHT | wxTOP, 8);
     rows->Add(CreateColumnRow(window), 0, wxEXPAND | wxALL, 8);
     window->SetSizer(rows);
 
@@ -294,6 +297,14 @@ void CDlgTxtConfiguration::ShowPreview()
     preview_->SetColumns(headings, kPreviewColumnWidth);
     preview_->ShowRows(static_cast<long>(preview.Rows().size()));
     preview_->Thaw();
+    // Said, so that nobody takes the columns shown for all there are.
+    const bool cut = shown < static_cast<std::size_t>(preview.ColumnCount());
+    shownColumns_->SetLabel(cut ? wxString::Format("Columns C1 to C%zu of %d are shown.", shown, preview.ColumnCount())
+                                : wxString());
+    if (shownColumns_->IsShown() != cut) {
+        shownColumns_->Show(cut);
+        Window()->Layout();
+    }
     ShowColumns();
     ShowEncoding();
     ruler_->Refresh();

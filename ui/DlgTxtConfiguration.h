@@ -82,6 +82,7 @@ private:
     CRulerWnd* ruler_ = nullptr;
     wxWindow* removeBreaks_ = nullptr;
     PreviewListCtrl* preview_ = nullptr;
+    wxStaticText* shownColumns_ = nullptr;
     ColumnListCtrl* columns_ = nullptr;
     wxString rulerTip_;
 };
