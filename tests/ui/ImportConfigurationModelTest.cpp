@@ -108,12 +108,13 @@ TEST_F(ImportWizardModel, PreviewOfDelimitedCommentAndEmptyFiles)
 
 TEST_F(ImportWizardModel, FixedWidthRowsAreCutAtTheRulerBreaks)
 {
-    ImportConfigurationModel& model = OpenOn("abcdefgh\nab\n#comment line\n");
+    // The ticked delimiter (tab) is trimmed from line ends in fixed width too.
+    ImportConfigurationModel& model = OpenOn("abcdefgh\nab\t\t\n#comment line\n");
     model.SetMode(ImportConfigurationModel::ModeFixedWidth);
     EXPECT_TRUE(model.RulerEnabled());
     EXPECT_FALSE(model.DelimiterControlsEnabled());
     EXPECT_EQ(model.Ruler().BackgroundColour(), 0xFFC8C8u);
-    EXPECT_EQ(RowsOf(model), (std::vector<std::string>{"abcdefgh", "ab", "grey:#comment line"})); // no reload yet
+    EXPECT_EQ(RowsOf(model), (std::vector<std::string>{"abcdefgh", "ab|", "grey:#comment line"})); // no reload yet
     EXPECT_TRUE(model.ToggleBreakAt(3));
     EXPECT_TRUE(model.ToggleBreakAt(6));
     EXPECT_EQ(model.Positions(), (PositionList{3, 6}));
