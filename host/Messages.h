@@ -10,11 +10,17 @@ enum class MessageId : unsigned {
     CancelCaption = 67,
     ImportDescriptionLabel = 250,    // before the file path in an import job's description
     FormatLabel = 264,
+    ColumnNameHeading = 425,         // the import wizard's column list
+    ColumnHeading = 464,
+    ColumnImportHeading = 910,
+    ColumnTypeHeading = 2620,
     ExportPathMissing = 276,         // OK of the export dialog without a file path
     DelimiterOther = 3204,
     DelimiterTab = 3205,
     DelimiterSpace = 3206,
     ExportDelimiterLabel = 3207,     // the delimiter's label in an export job's description
+    ColumnLabelHeading = 3208,
+    RemoveAllBreaksTip = 3229,       // the import wizard's button that clears the ruler
     ExportProgress = 4048,           // the progress bar while an export writes
     ExportFileLabel = 4563,          // the file's label in an export job's description
     ExportEngineText = 7866,         // the export engine's name and description alike

@@ -217,3 +217,8 @@ void NormalizeDelimitedLine(WString& line, const DelimiterList& delimiters, Fiel
     SetLength(line, TrimmedLength(line.data(), line.size(), delimiters));
     SplitByDelimiter(line, fields, kFieldSeparator, 1);
 }
+
+void TrimDelimitedLineEnd(WString& line, const DelimiterList& delimiters)
+{
+    SetLength(line, TrimmedLength(line.data(), line.size(), delimiters));
+}

@@ -55,6 +55,11 @@ int SplitAtPositions(const WString& line, PositionList& positions, FieldList& fi
 // Leading delimiters are not trimmed: " 10 20" with space gives "", "10", "20".
 void NormalizeDelimitedLine(WString& line, const DelimiterList& delimiters, FieldList& fields);
 
+// Steps 3 to 5 alone, for a line that is shown rather than split at the separator: trailing
+// line feeds, then carriage returns, then one separator, then trailing characters of each
+// delimiter are trimmed.
+void TrimDelimitedLineEnd(WString& line, const DelimiterList& delimiters);
+
 // The comment markers of a configuration's comment string: each of its characters except the
 // separator.
 WString CommentMarkersOf(const WString& comments);

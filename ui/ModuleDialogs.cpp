@@ -5,6 +5,7 @@
 #include "ui/DialogFactory.h"
 
 #include "ui/DlgFileChoice.h"
+#include "ui/DlgTxtConfiguration.h"
 #include "ui/DlgTxtConfigurationExport.h"
 
 namespace {
@@ -14,7 +15,17 @@ public:
     int RunImportConfiguration(VeltoGis::ImportExport::CImportDefinition* definition, int secondary,
                                const WChar* filePath) override
     {
-        return CommandLineDialogs().RunImportConfiguration(definition, secondary, filePath);
+        if (!definition)
+            return ModalResultCancel;
+        try {
+            CDlgTxtConfiguration dialog(*definition, secondary != 0, filePath);
+            const int result = dialog.DoModal();
+            if (result == kDialogNotShown)
+                return CommandLineDialogs().RunImportConfiguration(definition, secondary, filePath);
+            return result == IDOK ? ModalResultOk : ModalResultCancel;
+        } catch (...) {
+            return ModalResultCancel;
+        }
     }
 
     int RunExportConfiguration(VeltoGis::ImportExport::CExportDefinition* definition, int secondary) override

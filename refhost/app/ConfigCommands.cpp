@@ -137,8 +137,8 @@ int RunDescribeCommand(ModuleHost& module, const DescribeRequest& request, std::
     return ExitSuccess;
 }
 
-// The engines' configuration dialogs, reached as the framework reaches them. This host
-// installs no dialogs, so the engine's own fallback answers (it cancels).
+// The engines' configuration dialogs, reached as the framework reaches them: the module's
+// own dialogs where a display is there, else the engine's fallback, which cancels.
 int RunConfigureCommand(ModuleHost& module, const ConfigureRequest& request, std::ostream& out)
 {
     const int node = request.node ? 1 : 0;
@@ -165,8 +165,11 @@ int RunConfigureCommand(ModuleHost& module, const ConfigureRequest& request, std
         }
     }
     if (result != 1) {
+        if (CadShim::RecordedDialogs().empty() && request.file && CadShim::StartDialogs())
+            throw JobError("the import engine does not take " + *request.file +
+                           " (not a file extension it reads); nothing was written");
         if (CadShim::RecordedDialogs().empty())
-            throw JobError("no dialog can be shown here (no display, or --no-dialogs, or this engine has none yet); "
+            throw JobError("no dialog can be shown here (no display, or --no-dialogs); "
                            "compose the configuration with 'tessel config'");
         std::cerr << "tessel configure: cancelled; nothing was written" << std::endl;
         return ExitJobFailed;

@@ -42,13 +42,19 @@ TEST(ExportConfigurationModel, OpensEachStoredValueAsTheDialogShowsIt)
         WString other;
         bool header;
         int format;
+        WString path = WTEXT("a.txt");
     };
+    using Model = ExportConfigurationModel;
     const Case cases[] = {
-        {Stored(WTEXT("a.txt"), WTEXT(" "), 1, 0), ExportConfigurationModel::DelimiterSpace, WTEXT(""), true, 0},
-        {Stored(WTEXT("a.txt"), WTEXT("\t"), 0, 1), ExportConfigurationModel::DelimiterTab, WTEXT(""), false, 1},
-        {Stored(WTEXT("a.txt"), WTEXT(";"), 2, 2), ExportConfigurationModel::DelimiterOther, WTEXT(";"), true, 0},
-        {Stored(WTEXT("a.txt"), WTEXT(""), 0, -1), ExportConfigurationModel::DelimiterOther, WTEXT(""), false, 0},
-        {Stored(WTEXT("a.txt"), WTEXT(" ;"), 0, 0), ExportConfigurationModel::DelimiterOther, WTEXT(" ;"), false, 0},
+        {Stored(WTEXT("a.txt"), WTEXT(" "), 1, 0), Model::DelimiterSpace, WTEXT(""), true, 0},
+        {Stored(WTEXT("a.txt"), WTEXT("\t"), 0, 1), Model::DelimiterTab, WTEXT(""), false, 1},
+        {Stored(WTEXT("a.txt"), WTEXT(";"), 2, 2), Model::DelimiterOther, WTEXT(";"), true, 0},
+        {Stored(WTEXT("a.txt"), WTEXT(""), 0, -1), Model::DelimiterOther, WTEXT(""), false, 0},
+        {Stored(WTEXT("a.txt"), WTEXT(" ;"), 0, 0), Model::DelimiterOther, WTEXT(" ;"), false, 0},
+        // Text that is no configuration opens with the dialog's defaults.
+        {WTEXT(""), Model::DelimiterSpace, WTEXT(""), false, 0, WTEXT("")},
+        {WTEXT("not xml at all"), Model::DelimiterSpace, WTEXT(""), false, 0, WTEXT("")},
+        {WTEXT("<other txtFile=\"x\"/>"), Model::DelimiterSpace, WTEXT(""), false, 0, WTEXT("")},
     };
     for (const Case& c : cases) {
         for (const bool node : {false, true}) {
@@ -57,28 +63,13 @@ TEST(ExportConfigurationModel, OpensEachStoredValueAsTheDialogShowsIt)
                   : definition.SetExporterConfiguration(c.stored.c_str()));
             ExportConfigurationModel model(definition, node);
             model.Open();
-            EXPECT_EQ(model.filePath, WTEXT("a.txt"));
+            EXPECT_EQ(model.filePath, c.path);
             EXPECT_EQ(model.delimiterKind, c.kind);
             EXPECT_EQ(model.otherDelimiter, c.other);
             EXPECT_EQ(model.header, c.header);
             EXPECT_EQ(model.formatChoice, c.format);
-            EXPECT_EQ(model.OtherDelimiterEnabled(), c.kind == ExportConfigurationModel::DelimiterOther);
+            EXPECT_EQ(model.OtherDelimiterEnabled(), c.kind == Model::DelimiterOther);
         }
-    }
-}
-
-TEST(ExportConfigurationModel, TextThatIsNoConfigurationOpensWithTheDialogsDefaults)
-{
-    for (const WChar* stored : {WTEXT(""), WTEXT("not xml at all"), WTEXT("<other txtFile=\"x\"/>")}) {
-        CExportDefinition definition;
-        definition.SetExporterConfiguration(stored);
-        ExportConfigurationModel model(definition, false);
-        model.Open();
-        EXPECT_EQ(model.filePath, WString());
-        EXPECT_EQ(model.comment, WString());
-        EXPECT_EQ(model.delimiterKind, ExportConfigurationModel::DelimiterSpace);
-        EXPECT_FALSE(model.header);
-        EXPECT_EQ(model.formatChoice, 0);
     }
 }
 
@@ -162,17 +153,10 @@ TEST(ExportConfigurationModel, HardPathsAndAStoredFormatOfTwoRoundTripThroughOk)
     Platform::SetAnsiCodePage(0);
 }
 
-TEST(FileChoiceModel, AsksAboutThePathAndOffersThreeAnswers)
+TEST(FileChoiceModel, AsksAboutThePath)
 {
     const FileChoiceModel model(WTEXT("/data/out.txt"));
     EXPECT_EQ(model.Question(), FormatWide(LoadMessage(MessageId::FileExistsQuestion), {WTEXT("/data/out.txt")}));
     EXPECT_NE(model.Question().find(WTEXT("/data/out.txt")), WString::npos);
     EXPECT_EQ(model.Title(), LoadMessage(MessageId::FileExistsTitle));
-    int results[3] = {};
-    for (int i = 0; i < 3; ++i)
-        results[i] = FileChoiceModel::kButtons[i].result;
-    EXPECT_EQ(results[0], 1);
-    EXPECT_EQ(results[1], 2);
-    EXPECT_EQ(results[2], 3);
-    EXPECT_EQ(FileChoiceModel::kClosedResult, 3);
 }

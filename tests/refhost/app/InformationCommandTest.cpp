@@ -89,8 +89,8 @@ TEST(ConfigureCommand, WithoutADisplayNothingIsConfigured)
                                                   std::vector<std::string>{"configure", "export", "--node"}}) {
         const TesselRun run = RunTessel(words, folder.Path());
         EXPECT_EQ(run.status, 1);
-        EXPECT_EQ(run.err, "tessel configure: no dialog can be shown here (no display, or --no-dialogs, or this "
-                           "engine has none yet); compose the configuration with 'tessel config'\n");
+        EXPECT_EQ(run.err, "tessel configure: no dialog can be shown here (no display, or --no-dialogs); compose "
+                           "the configuration with 'tessel config'\n");
         EXPECT_EQ(run.out, "");
     }
 }

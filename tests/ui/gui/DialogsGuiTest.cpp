@@ -169,11 +169,15 @@ TEST_F(DialogsGui, TheEnginesReachTheDialogsThroughTheDefaultFactory)
     EXPECT_EQ(Dialogs().RunExportConfiguration(&definition, 0), ModalResultCancel);
     CadShim::DriveNextDialog([](wxWindow* dialog) { Click(dialog, 112); });
     EXPECT_EQ(Dialogs().RunFileChoice(WTEXT("/tmp/x.txt")), FileChoiceAppend);
+    VeltoGis::ImportExport::CImportDefinition importDefinition;
+    CadShim::DriveNextDialog([](wxWindow* dialog) { Click(dialog, IDOK); });
+    EXPECT_EQ(Dialogs().RunImportConfiguration(&importDefinition, 1, WTEXT("/tmp/none.txt")), ModalResultOk);
+    EXPECT_NE(importDefinition.GetImporterConfigurationNode().find(WTEXT("txtFile=\"/tmp/none.txt\"")), WString::npos);
     // With dialogs switched off the command line answers, and nobody is there to ask.
     CadShim::AllowDialogs(false);
     EXPECT_EQ(Dialogs().RunFileChoice(WTEXT("/tmp/x.txt")), FileChoiceCancel);
     CadShim::AllowDialogs(true);
-    EXPECT_EQ(CadShim::RecordedDialogs().size(), 2u);
+    EXPECT_EQ(CadShim::RecordedDialogs().size(), 3u);
 }
 
 TEST_F(DialogsGui, HostImagesAreRealAndOneHandlePerNameAndSize)

@@ -54,12 +54,12 @@ std::string ReadAll(const std::string& path)
     return std::string((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
 }
 
-// Runs 'tessel configure export' on a start configuration, answers its dialog with one key,
+// Runs 'tessel configure' with the arguments, answers the dialog of that title with one key,
 // and returns tessel's exit status.
-int ConfigureWithKey(const std::string& start, const std::string& output, KeySym key)
+int ConfigureWithKey(const std::vector<std::string>& arguments, const std::string& title, KeySym key)
 {
-    std::vector<std::string> words = {TESSEL_BINARY, "--module", TESSEL_MODULE_PATH, "configure", "export",
-                                      "--config", start, "-o", output};
+    std::vector<std::string> words = {TESSEL_BINARY, "--module", TESSEL_MODULE_PATH, "configure"};
+    words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> argv;
     for (std::string& word : words)
         argv.push_back(word.data());
@@ -69,9 +69,8 @@ int ConfigureWithKey(const std::string& start, const std::string& output, KeySym
         return -1;
     Display* display = XOpenDisplay(nullptr);
     Window dialog = 0;
-    PumpUntil([&] { return (dialog = FindTitled(display, DefaultRootWindow(display), "Text file export settings")); },
-              15000);
-    EXPECT_NE(dialog, 0u) << "tessel showed no export dialog";
+    PumpUntil([&] { return (dialog = FindTitled(display, DefaultRootWindow(display), title)); }, 15000);
+    EXPECT_NE(dialog, 0u) << "tessel showed no dialog titled " << title;
     if (dialog) {
         wxMilliSleep(500);
         XSetInputFocus(display, dialog, RevertToParent, CurrentTime);
@@ -99,14 +98,25 @@ TEST(TesselConfigure, ExportDialogOpensAndOkWritesTheConfigurationAndEscWritesNo
         std::ofstream(start) << std::string(text.begin(), text.end());
     }
     const std::string cancelled = folder.Path() + "/cancelled.xml";
-    EXPECT_EQ(ConfigureWithKey(start, cancelled, XK_Escape), 1);
+    const std::string title = "Text file export settings";
+    EXPECT_EQ(ConfigureWithKey({"export", "--config", start, "-o", cancelled}, title, XK_Escape), 1);
     EXPECT_FALSE(std::ifstream(cancelled).good());
 
     const std::string made = folder.Path() + "/made.xml";
-    EXPECT_EQ(ConfigureWithKey(start, made, XK_Return), 0);
+    EXPECT_EQ(ConfigureWithKey({"export", "--config", start, "-o", made}, title, XK_Return), 0);
     CXMLTextFileExportConfiguration configuration;
     const std::string text = ReadAll(made);
     configuration.FromXml(WString(text.begin(), text.end()));
     EXPECT_EQ(configuration.GetTxtFile(), WTEXT("/survey/out.txt"));
     EXPECT_EQ(configuration.GetDelimiter(), WTEXT(";"));
+}
+
+TEST(TesselConfigure, ImportWizardOpensOnTheFileAndEscWritesNothing)
+{
+    refhost::testing::TempDir folder;
+    const std::string output = folder.Path() + "/cancelled.xml";
+    EXPECT_EQ(ConfigureWithKey({"import", TESSEL_SOURCE_DIR "/samples/survey-points.txt", "-o", output},
+                               "Text file import", XK_Escape),
+              1);
+    EXPECT_FALSE(std::ifstream(output).good());
 }

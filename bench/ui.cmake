@@ -1,0 +1,6 @@
+# bench-import-preview: the import wizard's preview through its model (no display): opening
+# on a file, a reload after each delimiter change, and the peak memory of the process.
+if(TARGET VeltoXTesselStatic)
+  add_executable(bench-import-preview ${CMAKE_CURRENT_SOURCE_DIR}/ui/BenchImportPreview.cpp)
+  target_link_libraries(bench-import-preview PRIVATE VeltoXTesselStatic refhost_utf8)
+endif()

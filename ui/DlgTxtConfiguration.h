@@ -1,0 +1,88 @@
+#pragma once
+// The import wizard: the thin view over ImportConfigurationModel, with the ruler, the
+// preview list and the column list.
+
+#include "host/CadDialogs.h"
+#include "host/ImpexDefinitions.h"
+#include "ui/ImportConfigurationModel.h"
+
+#include <wx/string.h>
+
+#include <functional>
+
+class wxCheckBox;
+class wxRadioButton;
+class wxStaticText;
+class wxTextCtrl;
+class wxKeyEvent;
+class wxMouseEvent;
+class wxSizer;
+class wxWindow;
+class ColumnListCtrl;
+class CRulerWnd;
+class PreviewListCtrl;
+
+class CDlgTxtConfiguration final : public CAdUiBaseDialog {
+public:
+    static constexpr unsigned kTemplateId = 102;
+
+    // Asks which file to open: true with the chosen path, false when the user cancelled.
+    using FileChooser = std::function<bool(wxWindow* parent, const WString& filter, WString& path)>;
+
+    // Edits the definition's node configuration when node is set, else its plain one;
+    // presetPath, when not null, is the file the wizard opens on.
+    CDlgTxtConfiguration(VeltoGis::ImportExport::CImportDefinition& definition, bool node,
+                         const WChar* presetPath = nullptr);
+
+    // Replaces the open-file chooser for every wizard after it (null: the toolkit's own).
+    static void SetFileChooser(FileChooser chooser);
+
+    long OnAcadKeepFocus() override { return 1; }
+
+protected:
+    bool OnInitDialog() override;
+    // Esc in the column list's editor closes the editor, not the wizard.
+    void OnCancel() override;
+
+private:
+    void CreateControls();
+    wxSizer* CreateFileRow(wxWindow* window);
+    wxSizer* CreateModeRow(wxWindow* window);
+    wxSizer* CreateRulerRow(wxWindow* window);
+    wxSizer* CreateColumnRow(wxWindow* window);
+    void BindControls();
+    void ShowFields();
+    void ShowMode();
+    void ShowPreview();
+    void ShowColumns();
+    void ShowEncoding();
+    void TakeDelimiters();
+    void ChooseFile();
+    void OnRulerMouse(wxMouseEvent& event);
+    void OnRulerKey(wxKeyEvent& event);
+    void ShowRulerTip(int rulerPosition);
+    void OnCharHook(wxKeyEvent& event);
+    void OnColumnChanged(int row, int column);
+    void OnOK();
+
+    ImportConfigurationModel model_;
+    WString presetPath_;
+    bool hasPresetPath_;
+    VeltoGis::Utility::CVeltoBitmapButton browse_;
+    VeltoGis::Utility::CVeltoBitmapButton rebuild_;
+    wxTextCtrl* path_ = nullptr;
+    wxStaticText* encoding_ = nullptr;
+    wxRadioButton* delimited_ = nullptr;
+    wxRadioButton* fixedWidth_ = nullptr;
+    wxCheckBox* space_ = nullptr;
+    wxCheckBox* tab_ = nullptr;
+    wxCheckBox* other_ = nullptr;
+    wxTextCtrl* otherDelimiters_ = nullptr;
+    wxTextCtrl* comments_ = nullptr;
+    CRulerWnd* ruler_ = nullptr;
+    wxWindow* removeBreaks_ = nullptr;
+    PreviewListCtrl* preview_ = nullptr;
+    wxStaticText* shownColumns_ = nullptr;
+    ColumnListCtrl* columns_ = nullptr;
+    wxString rulerTip_;
+};

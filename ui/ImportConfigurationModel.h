@@ -1,0 +1,112 @@
+#pragma once
+// What the import wizard decides, apart from the toolkit: how a stored configuration opens,
+// which controls the mode enables, when the preview reloads, how the column list is built,
+// what a click on the ruler does, and what OK stores. The wizard's view moves these fields
+// to and from its controls and calls the operations when the user acts.
+
+#include "host/ImpexDefinitions.h"
+#include "host/Text.h"
+#include "import/ImportTxtConfiguration.h"
+#include "ui/ImportPreview.h"
+#include "ui/RulerModel.h"
+
+#include <vector>
+
+struct ColumnListRow {
+    WString label; // "C1", "C2", ...
+    WString name;
+    int type = 0;  // a ColumnTypeChoice
+    bool on = true;
+};
+
+class ImportConfigurationModel {
+public:
+    enum Mode { ModeDelimited = 0, ModeFixedWidth = 1 };
+
+    // Break colours and the ruler's colours in both modes, 0x00BBGGRR.
+    static constexpr RulerColour kBreakColour = 0xDCFFFF;
+    static constexpr RulerColour kActiveBackground = 0xFFC8C8;
+    static constexpr RulerColour kGreyBackground = 0xA8A8A8;
+    static constexpr RulerColour kGreyTicks = 0xC0C0C0;
+    // A ruler position is this many cells right of the character position it stands for.
+    static constexpr int kRulerToCharacter = 5;
+    // The open-file chooser's filter.
+    static const WChar* const kFileFilter;
+
+    // The definition is edited, not owned; node chooses its node configuration accessors.
+    ImportConfigurationModel(VeltoGis::ImportExport::CImportDefinition& definition, bool node);
+
+    // Sets the ruler up, reads the stored configuration into the fields (a string that does
+    // not parse leaves them as constructed, with tab ticked), applies the mode and loads the
+    // preview. presetPath, when not null, replaces the stored file path.
+    void Open(const WChar* presetPath = nullptr);
+
+    // Switches delimited/fixed width: enables the matching controls and colours the ruler.
+    // Empties the working configuration (except while opening); does not reload.
+    void SetMode(int mode);
+    bool DelimiterControlsEnabled() const { return mode != ModeFixedWidth; }
+    bool RulerEnabled() const { return mode == ModeFixedWidth; }
+
+    // The file chooser's answer: a new file, so the stored columns no longer apply.
+    void ChooseFile(const WString& path);
+    // After a delimiter check box, the other-delimiters text or the comment text changed.
+    void DelimitersChanged();
+
+    // Empties the list and reloads the preview and, unless the file did not open, the
+    // column list. False when the file could not be opened.
+    bool LoadPreview();
+    // One row per preview column, named and typed from the preview, then the stored
+    // configuration's columns when their count matches (else they are dropped for good).
+    void BuildColumnList();
+
+    // A click on the ruler at a ruler position (fixed width only; a position outside the
+    // scale is -1): toggles a break at the character position it stands for. True when a
+    // break was added or removed (the preview has then been reloaded).
+    bool ClickRuler(int rulerPosition);
+    // Adds a break at the character position, or removes the one already there.
+    bool ToggleBreakAt(int position);
+    // Removes every break and reloads.
+    void RemoveAllBreaks();
+    // The tooltip over a ruler position: the character position, "" when negative.
+    static WString RulerTip(int rulerPosition);
+
+    // True when the cell's text converts to its column's chosen type.
+    bool CellConverts(std::size_t row, std::size_t column) const;
+
+    // OK: composes the configuration from the fields and stores it in the definition. No
+    // field is checked.
+    void Confirm();
+
+    // The fields of the wizard's controls.
+    WString filePath;
+    int mode = ModeDelimited;
+    bool space = false;
+    bool tab = false;
+    bool other = false;
+    WString otherDelimiters;
+    WString comments = WTEXT("*#");
+    std::vector<ColumnListRow> columns;
+
+    const ImportPreview& Preview() const { return preview_; }
+    RulerModel& Ruler() { return ruler_; }
+    const RulerModel& Ruler() const { return ruler_; }
+    // Fixed width: where the columns begin, from the ruler.
+    const PositionList& Positions() const { return positions_; }
+    bool ConfigurationLoaded() const { return loaded_; }
+    int BreaksAdded() const { return breaksAdded_; }
+
+private:
+    WString Stored() const;
+    DelimiterList Delimiters() const;
+    void ApplyStoredColumns();
+
+    VeltoGis::ImportExport::CImportDefinition& definition_;
+    bool node_;
+    ImportTxtConfiguration configuration_;
+    ImportPreview preview_;
+    RulerModel ruler_;
+    PositionList positions_;
+    int breaksAdded_ = 0;
+    bool loaded_ = false;
+    bool initialising_ = false;
+};

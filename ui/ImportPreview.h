@@ -1,0 +1,78 @@
+#pragma once
+// The import wizard's preview: the first lines of the file, prepared as an import prepares
+// them, cut into rows of fields, with the header and sample fields and the column count that
+// the column list is built from.
+
+#include "host/Text.h"
+#include "textfile/FieldSplit.h"
+
+#include <cstdint>
+#include <vector>
+
+class LineSplitter;
+
+struct PreviewRequest {
+    WString path;
+    bool fixedWidth = false;
+    DelimiterList delimiters; // the ticked delimiters, in the wizard's order
+    WString comments;         // each character but the separator marks a comment line
+    int rulerBreakCount = 0;  // fixed width: the ruler's breaks
+    PositionList rulerPositions; // fixed width: their positions, ascending, each once
+};
+
+struct PreviewRow {
+    FieldList fields;
+    bool comment = false;
+};
+
+// What the reader found at the head of the file.
+struct PreviewEncoding {
+    int encoding = 0;       // TextEncoding; 0 for an empty file
+    unsigned codePage = 0;  // the code page ANSI text is read in
+};
+
+class ImportPreview {
+public:
+    // Lines read at most: the progress bar runs from 1 to 1000.
+    static constexpr int kMaxLines = 999;
+    // The background of a comment row (light grey), 0x00BBGGRR.
+    static constexpr std::uint32_t kCommentRowColour = 0xD3D3D3;
+
+    // Empties the lines, rows, header and sample fields; the column count goes back to 0.
+    void Clear();
+
+    // Clears, then reads the file's first lines: the whole file is read through once (only
+    // counted), then reopened; the host's progress bar runs while the lines are read. False
+    // (after an alert naming the file) when the file cannot be opened: the preview stays
+    // empty. A column count of 0 becomes 1.
+    bool Load(const PreviewRequest& request);
+
+    // The lines read. Their text, prepared (delimiters replaced, ends trimmed), is kept once:
+    // in the rows cut from it.
+    std::size_t LineCount() const { return lineCount_; }
+    // One row per non-empty line.
+    const std::vector<PreviewRow>& Rows() const { return rows_; }
+    // The first comment line's fields, its marker taken off (delimited mode only).
+    const FieldList& HeaderFields() const { return header_; }
+    // The first data line's fields (delimited mode only), each cut to what shows whether it
+    // is a number: a longer field is text whatever it holds.
+    const FieldList& SampleFields() const { return sample_; }
+    int ColumnCount() const { return columnCount_; }
+    // Fixed width: the positions the rows were cut at (the ruler's); empty when the file had
+    // no lines, which leaves the wizard's positions as they were.
+    const PositionList& Positions() const { return positions_; }
+    const PreviewEncoding& Encoding() const { return encoding_; }
+
+private:
+    void TakeLine(WString& line, const PreviewRequest& request, const WString& markers, LineSplitter& splitter);
+
+    std::size_t lineCount_ = 0;
+    std::vector<PreviewRow> rows_;
+    FieldList header_;
+    FieldList sample_;
+    bool headerTaken_ = false;
+    bool sampleTaken_ = false;
+    int columnCount_ = 0;
+    PositionList positions_;
+    PreviewEncoding encoding_;
+};

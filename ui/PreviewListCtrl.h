@@ -1,0 +1,43 @@
+#pragma once
+// A virtual report list: rows and cells come from its owner on demand, rows may carry a
+// background colour, and single cells may be marked (a warning sign before the text, and
+// pale red where the toolkit draws colours per cell). However long a cell is, the list shows
+// only its beginning, so that one huge field cannot stall the drawing.
+
+#include "host/Text.h"
+
+#include <wx/listctrl.h>
+
+#include <cstdint>
+#include <functional>
+
+class PreviewListCtrl final : public wxListCtrl {
+public:
+    // Cells shown at most this many characters long; longer ones end in an ellipsis.
+    static constexpr std::size_t kShownCellLength = 200;
+    // 0x00BBGGRR, or kNoColour.
+    static constexpr std::uint32_t kNoColour = 0xFFFFFFFF;
+
+    struct Source {
+        std::function<const WString*(long row, long column)> cell; // null: an empty cell
+        std::function<std::uint32_t(long row)> rowColour;
+        std::function<bool(long row, long column)> cellMarked;
+    };
+
+    PreviewListCtrl(wxWindow* parent, int id, const wxSize& size = wxDefaultSize);
+
+    void SetSource(Source source) { source_ = std::move(source); }
+    // Replaces the columns by headings[i], each centred and width pixels wide.
+    void SetColumns(const wxArrayString& headings, int width);
+    // Shows count rows, fetched again from the source.
+    void ShowRows(long count);
+
+private:
+    wxString OnGetItemText(long item, long column) const override;
+    wxItemAttr* OnGetItemAttr(long item) const override;
+    wxItemAttr* OnGetItemColumnAttr(long item, long column) const override;
+
+    Source source_;
+    mutable wxItemAttr rowAttr_;
+    mutable wxItemAttr markedAttr_;
+};
