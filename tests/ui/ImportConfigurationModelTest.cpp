@@ -5,6 +5,7 @@
 #include "host/ImpexDefinitions.h"
 #include "import/ImportTxtConfiguration.h"
 #include "refhost/CadShimRecording.h"
+#include "refhost/ProgressBarRecording.h"
 #include "refhost/testing/TempDir.h"
 #include "refhost/testing/TestText.h"
 #include "textfile/TextFileTypes.h"
@@ -24,7 +25,6 @@
 using refhost::testing::U8;
 using refhost::testing::W;
 using VeltoGis::ImportExport::CImportDefinition;
-using VeltoGis::Utility::CCoreProgressBar;
 
 namespace {
 
@@ -130,18 +130,17 @@ TEST_F(ImportWizardModel, AFileOfFiveThousandLinesPreviewsItsFirst999)
     std::string bytes;
     for (int i = 0; i < 5000; ++i)
         bytes += std::to_string(i) + "\t1.5\n";
-    CCoreProgressBar* progress = CCoreProgressBar::Instance();
-    progress->StartRecording();
+    refhost::StartProgressRecording();
     ImportConfigurationModel& model = OpenOn(bytes);
-    progress->StopRecording();
+    refhost::StopProgressRecording();
     EXPECT_EQ(model.Preview().LineCount(), 999u);
     EXPECT_EQ(model.Preview().Rows().back().fields[0], WTEXT("998"));
     int lastPosition = 0;
-    for (const auto& call : progress->RecordedCalls())
-        lastPosition = call.kind == CCoreProgressBar::CallKind::SetPosition ? call.value : lastPosition;
+    for (const auto& call : refhost::RecordedProgressCalls())
+        lastPosition = call.kind == refhost::ProgressCallKind::SetPosition ? call.value : lastPosition;
     EXPECT_EQ(lastPosition, 1000);
-    EXPECT_FALSE(progress->IsShown());
-    EXPECT_EQ(progress->LastShownUpper(), 1000);
+    EXPECT_FALSE(refhost::ProgressBarShown());
+    EXPECT_EQ(refhost::LastShownProgressUpper(), 1000);
 }
 
 TEST_F(ImportWizardModel, ColumnNamesComeFromTheFirstCommentLineAndTypesFromTheFirstDataLine)
