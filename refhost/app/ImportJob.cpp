@@ -277,12 +277,52 @@ RecordLayout ImportJob::ComputeLayout()
         }
     }
     layout.fieldNames = UniqueFieldNames(names);
+    layout.fieldTypes = FieldTypes(layout.fieldNames.size());
     return layout;
 }
 
-void ImportJob::Write(RecordWriter& writer) const
+// The narrowest type that holds every value of each field.
+std::vector<FieldType> ImportJob::FieldTypes(std::size_t fields) const
 {
-    writer.Begin(layout_);
+    using Kind = CDataBox::Kind;
+    std::vector<bool> anyInteger(fields), anyReal(fields), anyText(fields);
+    const auto note = [&](const DataValueList& values) {
+        for (std::size_t i = 0; i < fields && i < values.size(); ++i) {
+            if (!values[i])
+                continue;
+            switch (refhost::KindOf(*values[i])) {
+            case Kind::Integer: anyInteger[i] = true; break;
+            case Kind::Real: anyReal[i] = true; break;
+            case Kind::Text: anyText[i] = true; break;
+            case Kind::Null: break;
+            }
+        }
+    };
+    for (const auto& entity : entities_) {
+        if (entity)
+            note(refhost::ValuesOf(*entity));
+    }
+    if (table_) {
+        for (const auto& row : refhost::RowsOf(*table_)) {
+            if (row)
+                note(row->Data());
+        }
+    }
+    std::vector<FieldType> types(fields, FieldType::Text);
+    for (std::size_t i = 0; i < fields; ++i) {
+        if (!anyText[i] && anyReal[i])
+            types[i] = FieldType::Real;
+        else if (!anyText[i] && anyInteger[i])
+            types[i] = FieldType::Integer;
+    }
+    return types;
+}
+
+void ImportJob::Write(RecordWriter& writer, std::shared_ptr<const CoordinateSystem> crs) const
+{
+    RecordLayout layout = layout_;
+    layout.crs = std::move(crs);
+    writer.Begin(layout);
     for (const auto& entity : entities_) {
         if (!entity)
             continue;

@@ -53,7 +53,9 @@ struct ExportConfigChoice {
 enum class ImportKind { Points, Lines, Polygons, Table, Cloud };
 enum class ExportKind { Points, Lines, Polygons };
 
-enum class OutputFormat { JsonLines, GeoJson, Csv };
+// JSON Lines, GeoJSON and CSV are written by tessel itself; GeoPackage, FlatGeobuf and ESRI
+// Shapefile through GDAL.
+enum class OutputFormat { JsonLines, GeoJson, Csv, GeoPackage, FlatGeobuf, Shapefile };
 
 // Which of the three data-table operations runs, and with what.
 enum class TableVariant { AllRows, LinkedKeys, KeyValue };
@@ -89,6 +91,7 @@ struct ImportRequest {
 
     std::optional<std::string> output;  // -o; standard output when absent or "-"
     std::optional<OutputFormat> format; // --format; otherwise by the output's extension
+    std::optional<std::string> crs;     // --crs: EPSG code, WKT or PROJ string
 };
 
 enum class IfExists { Ask, Overwrite, Append, Cancel };
