@@ -17,7 +17,7 @@ int RunImportCommand(ModuleHost& module, const ImportRequest& request, const Glo
     ImportJob job(module.Importer(), request);
     job.Build(ModuleCodePage());
     if (const auto problem = job.Check()) {
-        if (request.strict)
+        if (request.config.strict)
             throw JobError(*problem + " (--strict)");
         std::cerr << "warning: " << *problem << std::endl;
     }

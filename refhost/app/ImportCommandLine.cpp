@@ -21,7 +21,7 @@ struct ImportOptions {
     ImportConfigOptions config;
     CLI::Option *nodeConfigOption, *bindOption, *nodeBindOption, *transformOption, *entityTypeOption, *dataOnly,
         *sectionNodes, *secondary, *filterOption, *maxLinesOption, *keysOption, *keyValueOption, *keyIndexOption,
-        *formatOption, *outputOption, *crsOption, *strict;
+        *formatOption, *outputOption, *crsOption;
 };
 
 void CheckTableOptions(const ImportOptions& options)
@@ -74,7 +74,6 @@ void Finish(const ImportOptions& options, ImportRequest& request)
     request.dataOnly = options.dataOnly->count() > 0;
     request.sectionNodes = options.sectionNodes->count() > 0;
     request.secondary = options.secondary->count() > 0;
-    request.strict = options.strict->count() > 0;
     if (options.filterOption->count() > 0)
         request.filter = ParseFilter(options.filter);
 
@@ -173,7 +172,6 @@ FinishParsing AddImportCommand(CLI::App& app, Command& command)
                                           "The coordinate system of the positions (EPSG:25833, WKT or a PROJ "
                                           "string), written into every format that carries one")
                              ->type_name("CRS");
-    options->strict = import->add_flag("--strict", "A job that does not validate is an error, not a warning");
 
     return [import, options, &command] {
         if (!import->parsed())

@@ -10,6 +10,7 @@
 #include "refhost/app/ConfigDraft.h"
 #include "refhost/app/EnginePaths.h"
 #include "refhost/app/OptionSyntax.h"
+#include "refhost/app/Warnings.h"
 
 #include <boost/make_shared.hpp>
 
@@ -131,10 +132,12 @@ void ImportJob::Build(unsigned codePage)
     for (const int node : {0, 1}) {
         WString description;
         CallEngine([&] { return engine_.GetDescription(description, &definition_, node), 0; });
-        if (description.empty())
-            throw UsageError((node ? "--node-config: '" + request_.nodeConfigFile.value_or("")
-                                   : "--config: '" + request_.config.configFile.value_or("")) +
-                             "' holds no import configuration (no cfg element)");
+        if (description.empty() && (node == 0 || request_.nodeConfigFile))
+            WarnOrRefuse(
+                request_.config.strict,
+                (node ? "--node-config: '" + request_.nodeConfigFile.value_or("")
+                      : "--config: '" + request_.config.configFile.value_or("")) +
+                    "' holds no import configuration (no cfg element); the engine reads it as the default one");
     }
 
     // FILE becomes the file path of the configuration the builder reads.
@@ -167,8 +170,9 @@ boost::shared_ptr<CDataBindCollection> ImportJob::MakeBinds(const std::vector<Bi
             return definition->GetDataID() == source;
         });
         if (!choice.source.empty() && column == offered.end())
-            throw UsageError(std::string(option) + ": no column '" + choice.source +
-                             "' among the configuration's source fields (" + NamesOf(offered) + ")");
+            WarnOrRefuse(request_.config.strict, std::string(option) + ": no column '" + choice.source +
+                                                     "' among the configuration's source fields (" + NamesOf(offered) +
+                                                     "); the engine adds nothing for it");
         CheckTarget(choice.target, option);
         if (std::find(excluded.begin(), excluded.end(), target) != excluded.end())
             throw UsageError(std::string(option) + ": a data-only job does not offer the target '" + choice.target + "'");

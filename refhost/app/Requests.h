@@ -36,6 +36,7 @@ struct ImportConfigChoice {
     std::optional<std::string> comments;   // --comments
     std::vector<unsigned> fixedPositions;  // --fixed: fixed-width mode when not empty
     std::vector<ColumnOption> columns;       // --column, in order
+    bool strict = false;                     // --strict: likely mistakes are errors, not warnings
 
     bool IsComposed() const { return !configFile; }
 };
@@ -46,6 +47,7 @@ struct ExportConfigChoice {
     std::optional<std::string> comment;    // --comment
     std::optional<bool> header;            // --header / --no-header
     bool utf16 = false;                    // --utf16
+    bool strict = false;                   // --strict: likely mistakes are errors, not warnings
 
     bool IsComposed() const { return !configFile; }
 };
@@ -79,7 +81,6 @@ struct ImportRequest {
     bool dataOnly = false;
     bool sectionNodes = false;
     bool secondary = false;
-    bool strict = false;
     std::optional<CoordinateFilter> filter;
 
     TableVariant tableVariant = TableVariant::AllRows;
