@@ -97,7 +97,8 @@ struct ImportRequest {
 
 enum class IfExists { Ask, Overwrite, Append, Cancel };
 
-enum class InputFormat { JsonLines, GeoJson };
+// JSON Lines and GeoJSON as tessel writes them, or any vector dataset through GDAL.
+enum class InputFormat { JsonLines, GeoJson, Gdal };
 
 struct ExportRequest {
     ExportKind kind = ExportKind::Points;
@@ -111,6 +112,7 @@ struct ExportRequest {
     std::optional<int> entityType;
     IfExists ifExists = IfExists::Ask;
     std::optional<InputFormat> inputFormat;
+    std::optional<std::string> layer; // --layer: the layer of a GIS dataset
 };
 
 struct ConfigRequest {
