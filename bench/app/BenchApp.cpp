@@ -23,13 +23,17 @@ extern char** environ;
 
 namespace {
 
-const char kUsage[] = "usage: bench-app FILE [--tessel PATH] [--bench-import PATH] [--no-engine]\n"
+const char kUsage[] = "usage: bench-app FILE [--tessel PATH] [--bench-import PATH] [--no-engine] [--gis FOLDER]\n"
                       "\n"
                       "FILE is a space-delimited survey file of tessel-gen-survey. Runs, each once:\n"
                       "  bench-import FILE --only points, and --only cloud (the engine's figures)\n"
                       "  tessel import points FILE ... -o /dev/null                  (JSON Lines)\n"
                       "  tessel import points FILE ... -o /dev/null --format geojson (GeoJSON)\n"
                       "  tessel import cloud FILE ... -o /dev/null                   (JSON Lines)\n"
+                      "With --gis, writes into FOLDER (files, as GIS datasets need them):\n"
+                      "  tessel import points FILE ... -o FOLDER/bench.geojson, .fgb, .gpkg (--crs EPSG:25833)\n"
+                      "  tessel import points FILE ... -o FOLDER/bench.csv, then ogr2ogr of that CSV to GeoPackage\n"
+                      "and compares GeoPackage with ogr2ogr, FlatGeobuf with GeoJSON.\n"
                       "tessel and bench-import are looked for beside bench-app unless given.\n";
 
 struct Run {
@@ -149,12 +153,46 @@ void Report(const char* name, const Run& run, unsigned long long records, double
     std::fflush(stdout);
 }
 
+// The same points as GeoJSON, FlatGeobuf and GeoPackage files, and through GDAL's own
+// converter from CSV to GeoPackage; figures in processor time, the ratios the targets name.
+int CompareGisOutputs(std::vector<std::string> points, const std::string& folder, unsigned long long records)
+{
+    const auto to = [&points, &folder](const char* name) {
+        std::vector<std::string> words = points;
+        words.back() = folder + "/" + name;
+        words.insert(words.end(), {"--crs", "EPSG:25833"});
+        return words;
+    };
+    const Run geoJson = Spawn(to("bench.geojson"));
+    Report("tessel import points -> .geojson", geoJson, records, 0);
+    const Run flatGeobuf = Spawn(to("bench.fgb"));
+    Report("tessel import points -> .fgb", flatGeobuf, records, 0);
+    const Run geoPackage = Spawn(to("bench.gpkg"));
+    Report("tessel import points -> .gpkg", geoPackage, records, 0);
+    std::vector<std::string> csv = to("bench.csv");
+    csv.resize(csv.size() - 2);
+    Report("tessel import points -> .csv", Spawn(csv), records, 0);
+    unlink((folder + "/ogr2ogr.gpkg").c_str());
+    const Run converter = Spawn({"/usr/bin/ogr2ogr", "-f", "GPKG", folder + "/ogr2ogr.gpkg", folder + "/bench.csv",
+                                 "-oo", "X_POSSIBLE_NAMES=x", "-oo", "Y_POSSIBLE_NAMES=y", "-oo", "AUTODETECT_TYPE=YES",
+                                 "-a_srs", "EPSG:25833", "-nln", "bench"});
+    Report("ogr2ogr .csv -> .gpkg", converter, records, 0);
+    if (geoPackage.status != 0 || converter.status != 0 || flatGeobuf.status != 0 || geoJson.status != 0)
+        return 1;
+    std::printf("GeoPackage: ogr2ogr takes %.2f x tessel's processor time (%.2f x its wall time)\n",
+                converter.cpuSeconds / geoPackage.cpuSeconds, converter.wallSeconds / geoPackage.wallSeconds);
+    std::printf("FlatGeobuf: GeoJSON takes %.2f x FlatGeobuf's processor time (%.2f x its wall time)\n",
+                geoJson.cpuSeconds / flatGeobuf.cpuSeconds, geoJson.wallSeconds / flatGeobuf.wallSeconds);
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     const std::string folder = ProgramFolder(argv[0]);
     std::string file, tessel = folder + "/tessel", benchImport = folder + "/bench-import";
+    std::string gisFolder;
     bool engine = true;
     for (int i = 1; i < argc; ++i) {
         const std::string argument = argv[i];
@@ -162,6 +200,8 @@ int main(int argc, char** argv)
             tessel = argv[++i];
         else if (argument == "--bench-import" && i + 1 < argc)
             benchImport = argv[++i];
+        else if (argument == "--gis" && i + 1 < argc)
+            gisFolder = argv[++i];
         else if (argument == "--no-engine")
             engine = false;
         else if (file.empty() && !argument.empty() && argument[0] != '-')
@@ -236,5 +276,7 @@ int main(int argc, char** argv)
     if (engine)
         engineCloud = EngineFigure(benchImport, file, "cloud", "ImportCloud");
     Report("tessel import cloud -> .jsonl", Spawn(cloud), records, engineCloud);
+    if (!gisFolder.empty())
+        return CompareGisOutputs(points, gisFolder, records);
     return 0;
 }

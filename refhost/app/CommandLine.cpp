@@ -80,6 +80,10 @@ void CheckEntityType(int type)
                          " is not an entity type (0 none, 1 points, 2 lines, 16 polygons, 32 nodes)");
 }
 
+const char kStrictHelp[] = "Make every warning an error: an unknown bind source, a configuration without a cfg "
+                           "element, a composed configuration that reads back differently (and, for an import, a "
+                           "job that does not validate)";
+
 void ImportConfigOptions::Add(CLI::App& command)
 {
     config = command
@@ -104,6 +108,7 @@ void ImportConfigOptions::Add(CLI::App& command)
     };
     for (CLI::Option* option : composing)
         option->excludes(config);
+    command.add_flag("--strict", strict, kStrictHelp);
 }
 
 ImportConfigChoice ImportConfigOptions::Finish() const
@@ -119,6 +124,7 @@ ImportConfigChoice ImportConfigOptions::Finish() const
         choice.fixedPositions = ParsePositions(fixed);
     for (const std::string& column : columns)
         choice.columns.push_back(ParseColumnOption(column));
+    choice.strict = strict;
     return choice;
 }
 
@@ -141,6 +147,7 @@ void ExportConfigOptions::Add(CLI::App& command)
     };
     for (CLI::Option* option : composing)
         option->excludes(config);
+    command.add_flag("--strict", strict, kStrictHelp);
 }
 
 ExportConfigChoice ExportConfigOptions::Finish() const
@@ -155,6 +162,7 @@ ExportConfigChoice ExportConfigOptions::Finish() const
     if (header->count() > 0 || noHeader->count() > 0)
         choice.header = header->count() > 0;
     choice.utf16 = utf16;
+    choice.strict = strict;
     return choice;
 }
 

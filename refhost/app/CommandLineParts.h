@@ -19,6 +19,7 @@ using FinishParsing = std::function<void()>;
 struct ImportConfigOptions {
     std::string configFile, delimiters, comments, fixed;
     std::vector<std::string> columns;
+    bool strict = false;
     CLI::Option* config = nullptr;
     std::vector<CLI::Option*> composing;
 
@@ -29,6 +30,7 @@ struct ImportConfigOptions {
 struct ExportConfigOptions {
     std::string configFile, delimiter, comment;
     bool utf16 = false;
+    bool strict = false;
     CLI::Option* config = nullptr;
     CLI::Option* header = nullptr;
     CLI::Option* noHeader = nullptr;

@@ -10,6 +10,7 @@
 #include "refhost/app/ConfigDraft.h"
 #include "refhost/app/EnginePaths.h"
 #include "refhost/app/OutputFile.h"
+#include "refhost/app/Warnings.h"
 
 #include <iostream>
 
@@ -55,7 +56,9 @@ int PrintImportConfiguration(IImportEngine& engine, const ConfigRequest& request
     WString description;
     CallEngine([&] { return engine.GetDescription(description, &definition, 0), 0; });
     if (description.empty())
-        throw UsageError("--config: '" + choice.configFile.value_or("") + "' holds no import configuration");
+        WarnOrRefuse(choice.strict, "--config: '" + choice.configFile.value_or("") +
+                                        "' holds no import configuration (no cfg element); the engine reads it as the "
+                                        "default one");
     SetPathThroughEngine(engine, definition, false, request.file.value_or(""));
     out << ToUtf8(definition.GetImporterConfiguration()) << "\n";
     return ExitSuccess;

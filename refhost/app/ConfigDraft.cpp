@@ -3,6 +3,7 @@
 #include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
 #include "refhost/app/CodePageText.h"
+#include "refhost/app/Warnings.h"
 
 #include "export/CXMLTextFileExportConfiguration.h"
 #include "import/ImportTxtConfiguration.h"
@@ -31,25 +32,27 @@ void RequireCodePage(const WString& value, unsigned codePage, const std::string&
                          std::to_string(codePage));
 }
 
-void RejectMultiplicationSign(const WString& value, const std::string& option)
+void WarnOfMultiplicationSign(const WString& value, const std::string& option, bool strict)
 {
     if (value.find(kMultiplicationSign) != WString::npos)
-        throw UsageError(option + ": the character '×' cannot be stored (the configuration reads it back as '\"')");
+        WarnOrRefuse(strict, option + ": the configuration reads the character '×' back as '\"'");
 }
 
-ImportTxtConfiguration::ColumnList Columns(const std::vector<ColumnOption>& columns, unsigned codePage)
+// The wizard stores whatever columns it lists, so each doubtful one is a warning only.
+ImportTxtConfiguration::ColumnList Columns(const std::vector<ColumnOption>& columns, unsigned codePage, bool strict)
 {
     if (columns.empty())
-        throw UsageError("no columns: describe the file's fields with --column NAME[:type] (or give --config)");
+        WarnOrRefuse(strict, "no columns: the engine offers no source fields (describe them with --column "
+                             "NAME[:type], or give --config)");
     std::set<std::string> names;
     ImportTxtConfiguration::ColumnList list;
     for (std::size_t no = 0; no < columns.size(); ++no) {
         const ColumnOption& column = columns[no];
         if (!names.insert(column.name).second)
-            throw UsageError("--column: " + Quoted(column.name) + " is given twice; binds reach only the first");
+            WarnOrRefuse(strict, "--column: " + Quoted(column.name) + " is given twice; binds reach only the first");
         if (column.name.find('"') != std::string::npos)
-            throw UsageError("--column: " + Quoted(column.name) +
-                             " contains '\"', which the configuration reads back as '×'");
+            WarnOrRefuse(strict, "--column: " + Quoted(column.name) +
+                                     " contains '\"', which the configuration reads back as '×'");
         const WString name = refhost::FromUtf8(column.name);
         RequireCodePage(name, codePage, "--column");
         auto data = boost::make_shared<CColumnData>();
@@ -66,15 +69,15 @@ ImportTxtConfiguration::ColumnList Columns(const std::vector<ColumnOption>& colu
 
 WString ImportConfigDraft(const ImportConfigChoice& choice, unsigned codePage)
 {
+    // Fixed positions and delimiters may come together, as the wizard stores both: the
+    // positions decide, and the delimiters wait for the delimited mode.
     const bool fixed = !choice.fixedPositions.empty();
-    if (fixed && choice.delimiters)
-        throw UsageError("--fixed and --delimiters exclude each other: a file has fixed-width or delimited fields");
     const WString delimiters = refhost::FromUtf8(choice.delimiters.value_or(fixed ? "" : " "));
     const WString comments = refhost::FromUtf8(choice.comments.value_or("#"));
     if (!fixed && delimiters.empty())
-        throw UsageError("--delimiters: at least one delimiter character is needed");
-    RejectMultiplicationSign(delimiters, "--delimiters");
-    RejectMultiplicationSign(comments, "--comments");
+        WarnOrRefuse(choice.strict, "--delimiters: no delimiter, so every line is one field");
+    WarnOfMultiplicationSign(delimiters, "--delimiters", choice.strict);
+    WarnOfMultiplicationSign(comments, "--comments", choice.strict);
     RequireCodePage(delimiters, codePage, "--delimiters");
     RequireCodePage(comments, codePage, "--comments");
 
@@ -86,7 +89,7 @@ WString ImportConfigDraft(const ImportConfigChoice& choice, unsigned codePage)
     configuration.SetComments(comments);
     configuration.SetMode(fixed ? 1 : 0);
     configuration.GetPositions().assign(choice.fixedPositions.begin(), choice.fixedPositions.end());
-    configuration.GetColumns() = Columns(choice.columns, codePage);
+    configuration.GetColumns() = Columns(choice.columns, codePage, choice.strict);
     return configuration.ToXml();
 }
 

@@ -7,6 +7,7 @@
 #include "refhost/app/CodePageText.h"
 #include "refhost/app/Commands.h"
 #include "refhost/app/ExportJob.h"
+#include "refhost/app/GdalInput.h"
 #include "refhost/app/TemporaryFile.h"
 #include "ui/DialogFactory.h"
 
@@ -99,8 +100,19 @@ std::string PrepareEnginePath(const ExportRequest& request, TemporaryFile& tempo
 int RunExportCommand(ModuleHost& module, const ExportRequest& request, const GlobalOptions& global)
 {
     const auto started = std::chrono::steady_clock::now();
-    const ExportInput input =
-        ReadExportInput(request.input, request.inputFormat.value_or(InputFormatForPath(request.input)));
+    const InputFormat format = request.inputFormat.value_or(InputFormatForPath(request.input));
+    if (request.layer && format != InputFormat::Gdal)
+        throw UsageError("--layer: '" + request.input + "' is read as " +
+                         (format == InputFormat::GeoJson ? "GeoJSON" : "JSON Lines") +
+                         ", which has one layer (--input-format gdal reads it through GDAL)");
+    ExportInput input = format == InputFormat::Gdal ? ReadGdalInput(request.input, request.layer)
+                                                    : ReadExportInput(request.input, format);
+    std::vector<std::string> sources;
+    for (const auto* binds : {&request.binds, &request.nodeBinds}) {
+        for (const BindOption& bind : *binds)
+            sources.push_back(bind.source);
+    }
+    AddCoordinateFields(input, sources, request.input);
     ExportJob job(module.Exporter(), request, input);
     job.Build(ModuleCodePage());
 

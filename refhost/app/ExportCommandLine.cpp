@@ -13,15 +13,15 @@ const std::map<std::string, ExportKind> kKinds = {
     {"points", ExportKind::Points}, {"lines", ExportKind::Lines}, {"polygons", ExportKind::Polygons}};
 const std::map<std::string, IfExists> kAnswers = {
     {"overwrite", IfExists::Overwrite}, {"append", IfExists::Append}, {"cancel", IfExists::Cancel}};
-const std::map<std::string, InputFormat> kInputFormats = {{"jsonl", InputFormat::JsonLines},
-                                                          {"geojson", InputFormat::GeoJson}};
+const std::map<std::string, InputFormat> kInputFormats = {
+    {"jsonl", InputFormat::JsonLines}, {"geojson", InputFormat::GeoJson}, {"gdal", InputFormat::Gdal}};
 
 struct ExportOptions {
-    std::string kind, input, output, nodeConfig, ifExists, inputFormat;
+    std::string kind, input, output, nodeConfig, ifExists, inputFormat, layer;
     std::vector<std::string> binds, nodeBinds, transforms;
     int entityType = 0;
     ExportConfigOptions config;
-    CLI::Option *nodeConfigOption, *entityTypeOption, *ifExistsOption, *inputFormatOption;
+    CLI::Option *nodeConfigOption, *entityTypeOption, *ifExistsOption, *inputFormatOption, *layerOption;
 };
 
 void Finish(const ExportOptions& options, ExportRequest& request)
@@ -43,6 +43,8 @@ void Finish(const ExportOptions& options, ExportRequest& request)
         request.ifExists = kAnswers.at(options.ifExists);
     if (options.inputFormatOption->count() > 0)
         request.inputFormat = kInputFormats.at(options.inputFormat);
+    if (options.layerOption->count() > 0)
+        request.layer = options.layer;
 }
 
 } // namespace
@@ -94,9 +96,14 @@ FinishParsing AddExportCommand(CLI::App& app, Command& command)
             ->type_name("ANSWER")
             ->check(CLI::IsMember({"overwrite", "append", "cancel"}));
     options->inputFormatOption =
-        exportCommand->add_option("--input-format", options->inputFormat, "jsonl or geojson, whatever the extension")
+        exportCommand
+            ->add_option("--input-format", options->inputFormat,
+                         "jsonl, geojson or gdal (any vector dataset GDAL reads), whatever the extension")
             ->type_name("FORMAT")
-            ->check(CLI::IsMember({"jsonl", "geojson"}));
+            ->check(CLI::IsMember({"jsonl", "geojson", "gdal"}));
+    options->layerOption =
+        exportCommand->add_option("--layer", options->layer, "The layer of a GIS dataset (default: its only one)")
+            ->type_name("NAME");
 
     return [exportCommand, options, &command] {
         if (!exportCommand->parsed())

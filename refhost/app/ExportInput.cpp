@@ -4,6 +4,7 @@
 #include "refhost/app/AppError.h"
 #include "refhost/app/RecordWriter.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include <cerrno>
@@ -186,9 +187,43 @@ int ExportInput::FieldIndex(const std::string& name) const
     return -1;
 }
 
+void AddCoordinateFields(ExportInput& input, const std::vector<std::string>& sources, const std::string& path)
+{
+    const char* const names[] = {"@x", "@y", "@z"};
+    for (int axis = 0; axis < 3; ++axis) {
+        const std::string name = names[axis];
+        if (input.FieldIndex(name) >= 0 || std::find(sources.begin(), sources.end(), name) == sources.end())
+            continue;
+        const bool anyPosition = std::any_of(input.records.begin(), input.records.end(),
+                                             [](const InputRecord& record) { return record.position.has_value(); });
+        if (!anyPosition && !input.records.empty())
+            throw UsageError("'" + path + "' has no point positions, so there is no '" + name + "' to bind");
+        const std::size_t field = input.fieldNames.size();
+        input.fieldNames.push_back(name);
+        for (InputRecord& record : input.records) {
+            record.values.resize(field + 1);
+            if (record.position)
+                record.values[field].SetValue(axis == 0   ? record.position->x
+                                              : axis == 1 ? record.position->y
+                                                          : record.position->z);
+        }
+    }
+}
+
 InputFormat InputFormatForPath(const std::string& path)
 {
-    return FormatForPath(path) == OutputFormat::GeoJson ? InputFormat::GeoJson : InputFormat::JsonLines;
+    switch (FormatForPath(path)) {
+    case OutputFormat::GeoJson:
+        return InputFormat::GeoJson;
+    case OutputFormat::Csv:
+    case OutputFormat::GeoPackage:
+    case OutputFormat::FlatGeobuf:
+    case OutputFormat::Shapefile:
+        return InputFormat::Gdal;
+    case OutputFormat::JsonLines:
+        break;
+    }
+    return InputFormat::JsonLines;
 }
 
 ExportInput ParseExportInput(std::istream& input, InputFormat format, const std::string& name)

@@ -30,7 +30,12 @@ struct ExportInput {
     int FieldIndex(const std::string& name) const;
 };
 
-// GeoJSON for .geojson and .json, JSON Lines otherwise.
+// Makes the position's coordinates fields of their own for each of "@x", "@y", "@z" among the
+// sources (the names binds give), real values, null where a record has no position. Throws a
+// usage AppError naming the input when a coordinate is asked for and no record has a position.
+void AddCoordinateFields(ExportInput& input, const std::vector<std::string>& sources, const std::string& path);
+
+// GeoJSON for .geojson and .json; GDAL for .gpkg, .fgb, .shp and .csv; JSON Lines otherwise.
 InputFormat InputFormatForPath(const std::string& path);
 
 // Reads the whole input. Throws a usage AppError naming the file (and the line, for JSON

@@ -8,6 +8,7 @@
 #include "refhost/app/BindTransforms.h"
 #include "refhost/app/ConfigDraft.h"
 #include "refhost/app/EnginePaths.h"
+#include "refhost/app/Warnings.h"
 
 #include <boost/make_shared.hpp>
 
@@ -21,8 +22,8 @@ using VeltoGis::Data::CDataBox;
 using VeltoGis::Topology::CEntity;
 using refhost::FromUtf8;
 
-// The engine reads any text; a file without a cfg element would silently give the defaults.
-void RequireExportConfiguration(const WString& text, const std::string& option, const std::string& path)
+// The engine reads any text; a file without a cfg element silently gives the defaults.
+void CheckExportConfiguration(const WString& text, const std::string& option, const std::string& path, bool strict)
 {
     static const WString element = WTEXT("<cfg");
     for (std::size_t at = text.find(element); at != WString::npos; at = text.find(element, at + 1)) {
@@ -31,7 +32,9 @@ void RequireExportConfiguration(const WString& text, const std::string& option, 
             text[next] == '\r' || text[next] == '\n')
             return;
     }
-    throw UsageError(option + ": '" + path + "' holds no export configuration (no cfg element)");
+    WarnOrRefuse(strict,
+                 option + ": '" + path +
+                     "' holds no export configuration (no cfg element); the engine reads it as the default one");
 }
 
 // The type code of a field: that of its first value that is not null.
@@ -98,12 +101,12 @@ void ExportJob::Build(unsigned codePage)
         main = ExportConfigDraft(request_.config, codePage);
     } else {
         main = ReadConfigurationFile("--config", *request_.config.configFile);
-        RequireExportConfiguration(main, "--config", *request_.config.configFile);
+        CheckExportConfiguration(main, "--config", *request_.config.configFile, request_.config.strict);
     }
     WString node = main;
     if (request_.nodeConfigFile) {
         node = ReadConfigurationFile("--node-config", *request_.nodeConfigFile);
-        RequireExportConfiguration(node, "--node-config", *request_.nodeConfigFile);
+        CheckExportConfiguration(node, "--node-config", *request_.nodeConfigFile, request_.config.strict);
     }
     definition_.SetExporterConfiguration(main.c_str());
     definition_.SetExporterConfigurationNode(node.c_str());

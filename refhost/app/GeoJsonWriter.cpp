@@ -2,7 +2,9 @@
 // geometry (x, y: the module's Z is always 0 and is no elevation); every other record has
 // null geometry. Properties are named by the layout's field names, in value order. The
 // entity name becomes the feature's "id"; lines keep their node names in "start" and "end".
+// A coordinate system with an EPSG code is named in the collection's "crs" member.
 
+#include "refhost/app/CoordinateSystem.h"
 #include "refhost/app/RecordWriter.h"
 #include "refhost/app/ValueText.h"
 
@@ -24,7 +26,11 @@ public:
             AppendJsonString(keys_.back(), name);
             keys_.back().push_back(':');
         }
-        sink_.Text() += "{\"type\":\"FeatureCollection\",\"features\":[";
+        sink_.Text() += "{\"type\":\"FeatureCollection\",";
+        // The named coordinate system of GeoJSON's 2008 form, which GIS programs still read.
+        if (layout.crs && !layout.crs->EpsgUrn().empty())
+            sink_.Text() += "\"crs\":{\"type\":\"name\",\"properties\":{\"name\":\"" + layout.crs->EpsgUrn() + "\"}},";
+        sink_.Text() += "\"features\":[";
         sink_.RecordDone();
     }
 

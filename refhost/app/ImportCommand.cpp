@@ -2,8 +2,9 @@
 #include "refhost/app/AppError.h"
 #include "refhost/app/CodePageText.h"
 #include "refhost/app/Commands.h"
+#include "refhost/app/CoordinateSystem.h"
 #include "refhost/app/ImportJob.h"
-#include "refhost/app/OutputFile.h"
+#include "refhost/app/ImportOutput.h"
 
 #include <chrono>
 #include <cstdio>
@@ -16,15 +17,30 @@ int RunImportCommand(ModuleHost& module, const ImportRequest& request, const Glo
     ImportJob job(module.Importer(), request);
     job.Build(ModuleCodePage());
     if (const auto problem = job.Check()) {
-        if (request.strict)
+        if (request.config.strict)
             throw JobError(*problem + " (--strict)");
         std::cerr << "warning: " << *problem << std::endl;
     }
 
-    // The output is ready before the engine runs, so that an unwritable path costs no import.
+    // The coordinate system and the output are ready before the engine runs, so that a wrong
+    // --crs or an unwritable path costs no import.
+    const auto crs = request.crs ? CoordinateSystem::Parse(*request.crs) : nullptr;
     const std::string path = request.output.value_or("-");
-    OutputFile output(path);
-    output.Open();
+    const OutputFormat format = request.format.value_or(FormatForPath(path));
+    if (path == "-" && format != OutputFormat::JsonLines && format != OutputFormat::GeoJson &&
+        format != OutputFormat::Csv)
+        throw UsageError("--format: a GIS dataset needs an output file (-o FILE)");
+    if (format == OutputFormat::FlatGeobuf && request.kind != ImportKind::Points && request.kind != ImportKind::Cloud)
+        throw UsageError("FlatGeobuf holds features with a geometry, and only points and cloud points have one: "
+                         "write lines, polygons and rows to GeoPackage, Shapefile, CSV or JSON Lines");
+    if (crs && (format == OutputFormat::JsonLines || format == OutputFormat::Csv))
+        std::cerr << "tessel: warning: " << (format == OutputFormat::Csv ? "CSV" : "JSON Lines")
+                  << " carries no coordinate system; --crs is not written" << std::endl;
+    if (crs && format == OutputFormat::GeoJson && crs->EpsgUrn().empty())
+        std::cerr << "tessel: warning: GeoJSON names a coordinate system by its EPSG code, and GDAL finds none for '"
+                  << crs->Text() << "'; the file claims none" << std::endl;
+    const auto output = MakeImportOutput(path, format);
+    output->Open();
     const auto started = std::chrono::steady_clock::now();
     const std::size_t alertsBefore = CadShim::RecordedAlerts().size();
     if (job.Run() != 1) {
@@ -32,9 +48,8 @@ int RunImportCommand(ModuleHost& module, const ImportRequest& request, const Glo
             std::cerr << "tessel import: the engine imported nothing from '" << request.file << "'" << std::endl;
         return ExitJobFailed;
     }
-    const auto writer = MakeRecordWriter(request.format.value_or(FormatForPath(path)), output);
-    job.Write(*writer);
-    output.Commit();
+    job.Write(*output->MakeWriter(), crs);
+    output->Commit();
     const std::size_t records = job.RecordCount();
     job.KeepRecordsUntilExit();
 
@@ -47,7 +62,7 @@ int RunImportCommand(ModuleHost& module, const ImportRequest& request, const Glo
         std::cerr << "tessel: read " << Counted(lines, "line", "lines") << " of '" << request.file << "', imported "
                   << Counted(records, noun, noun + "s") << " ("
                   << Counted(lines > records ? lines - records : 0, "line", "lines") << " skipped) to "
-                  << output.DisplayName() << " in " << time << std::endl;
+                  << output->DisplayName() << " in " << time << std::endl;
     }
     return ExitSuccess;
 }

@@ -11,16 +11,17 @@ namespace tessel {
 namespace {
 
 const std::map<std::string, OutputFormat> kFormats = {
-    {"jsonl", OutputFormat::JsonLines}, {"geojson", OutputFormat::GeoJson}, {"csv", OutputFormat::Csv}};
+    {"jsonl", OutputFormat::JsonLines},  {"geojson", OutputFormat::GeoJson},    {"csv", OutputFormat::Csv},
+    {"gpkg", OutputFormat::GeoPackage}, {"fgb", OutputFormat::FlatGeobuf}, {"shp", OutputFormat::Shapefile}};
 
 struct ImportOptions {
-    std::string kind, file, nodeConfig, filter, keyValue, output, format;
+    std::string kind, file, nodeConfig, filter, keyValue, output, format, crs;
     std::vector<std::string> binds, nodeBinds, transforms, keys;
     int entityType = 0, maxLines = 0, keyIndex = 0;
     ImportConfigOptions config;
     CLI::Option *nodeConfigOption, *bindOption, *nodeBindOption, *transformOption, *entityTypeOption, *dataOnly,
         *sectionNodes, *secondary, *filterOption, *maxLinesOption, *keysOption, *keyValueOption, *keyIndexOption,
-        *formatOption, *outputOption, *strict;
+        *formatOption, *outputOption, *crsOption;
 };
 
 void CheckTableOptions(const ImportOptions& options)
@@ -73,7 +74,6 @@ void Finish(const ImportOptions& options, ImportRequest& request)
     request.dataOnly = options.dataOnly->count() > 0;
     request.sectionNodes = options.sectionNodes->count() > 0;
     request.secondary = options.secondary->count() > 0;
-    request.strict = options.strict->count() > 0;
     if (options.filterOption->count() > 0)
         request.filter = ParseFilter(options.filter);
 
@@ -90,6 +90,8 @@ void Finish(const ImportOptions& options, ImportRequest& request)
         request.output = options.output;
     if (options.formatOption->count() > 0)
         request.format = kFormats.at(options.format);
+    if (options.crsOption->count() > 0)
+        request.crs = options.crs;
 }
 
 } // namespace
@@ -158,13 +160,18 @@ FinishParsing AddImportCommand(CLI::App& app, Command& command)
             ->type_name("N");
     options->outputOption = import
                                 ->add_option("-o,--output", options->output,
-                                             "Output file: .jsonl, .geojson or .csv (default: standard "
-                                             "output, JSON Lines)")
+                                             "Output file: .jsonl, .geojson, .csv, .gpkg (GeoPackage), .fgb "
+                                             "(FlatGeobuf) or .shp (Shapefile) (default: standard output, JSON "
+                                             "Lines)")
                                 ->type_name("FILE");
     options->formatOption = import->add_option("--format", options->format, "Output format, whatever the extension")
                                 ->type_name("FORMAT")
-                                ->check(CLI::IsMember({"jsonl", "geojson", "csv"}));
-    options->strict = import->add_flag("--strict", "A job that does not validate is an error, not a warning");
+                                ->check(CLI::IsMember({"jsonl", "geojson", "csv", "gpkg", "fgb", "shp"}));
+    options->crsOption = import
+                             ->add_option("--crs", options->crs,
+                                          "The coordinate system of the positions (EPSG:25833, WKT or a PROJ "
+                                          "string), written into every format that carries one")
+                             ->type_name("CRS");
 
     return [import, options, &command] {
         if (!import->parsed())

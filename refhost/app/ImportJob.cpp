@@ -10,6 +10,7 @@
 #include "refhost/app/ConfigDraft.h"
 #include "refhost/app/EnginePaths.h"
 #include "refhost/app/OptionSyntax.h"
+#include "refhost/app/Warnings.h"
 
 #include <boost/make_shared.hpp>
 
@@ -131,10 +132,12 @@ void ImportJob::Build(unsigned codePage)
     for (const int node : {0, 1}) {
         WString description;
         CallEngine([&] { return engine_.GetDescription(description, &definition_, node), 0; });
-        if (description.empty())
-            throw UsageError((node ? "--node-config: '" + request_.nodeConfigFile.value_or("")
-                                   : "--config: '" + request_.config.configFile.value_or("")) +
-                             "' holds no import configuration (no cfg element)");
+        if (description.empty() && (node == 0 || request_.nodeConfigFile))
+            WarnOrRefuse(
+                request_.config.strict,
+                (node ? "--node-config: '" + request_.nodeConfigFile.value_or("")
+                      : "--config: '" + request_.config.configFile.value_or("")) +
+                    "' holds no import configuration (no cfg element); the engine reads it as the default one");
     }
 
     // FILE becomes the file path of the configuration the builder reads.
@@ -167,8 +170,9 @@ boost::shared_ptr<CDataBindCollection> ImportJob::MakeBinds(const std::vector<Bi
             return definition->GetDataID() == source;
         });
         if (!choice.source.empty() && column == offered.end())
-            throw UsageError(std::string(option) + ": no column '" + choice.source +
-                             "' among the configuration's source fields (" + NamesOf(offered) + ")");
+            WarnOrRefuse(request_.config.strict, std::string(option) + ": no column '" + choice.source +
+                                                     "' among the configuration's source fields (" + NamesOf(offered) +
+                                                     "); the engine adds nothing for it");
         CheckTarget(choice.target, option);
         if (std::find(excluded.begin(), excluded.end(), target) != excluded.end())
             throw UsageError(std::string(option) + ": a data-only job does not offer the target '" + choice.target + "'");
@@ -277,12 +281,52 @@ RecordLayout ImportJob::ComputeLayout()
         }
     }
     layout.fieldNames = UniqueFieldNames(names);
+    layout.fieldTypes = FieldTypes(layout.fieldNames.size());
     return layout;
 }
 
-void ImportJob::Write(RecordWriter& writer) const
+// The narrowest type that holds every value of each field.
+std::vector<FieldType> ImportJob::FieldTypes(std::size_t fields) const
 {
-    writer.Begin(layout_);
+    using Kind = CDataBox::Kind;
+    std::vector<bool> anyInteger(fields), anyReal(fields), anyText(fields);
+    const auto note = [&](const DataValueList& values) {
+        for (std::size_t i = 0; i < fields && i < values.size(); ++i) {
+            if (!values[i])
+                continue;
+            switch (refhost::KindOf(*values[i])) {
+            case Kind::Integer: anyInteger[i] = true; break;
+            case Kind::Real: anyReal[i] = true; break;
+            case Kind::Text: anyText[i] = true; break;
+            case Kind::Null: break;
+            }
+        }
+    };
+    for (const auto& entity : entities_) {
+        if (entity)
+            note(refhost::ValuesOf(*entity));
+    }
+    if (table_) {
+        for (const auto& row : refhost::RowsOf(*table_)) {
+            if (row)
+                note(row->Data());
+        }
+    }
+    std::vector<FieldType> types(fields, FieldType::Text);
+    for (std::size_t i = 0; i < fields; ++i) {
+        if (!anyText[i] && anyReal[i])
+            types[i] = FieldType::Real;
+        else if (!anyText[i] && anyInteger[i])
+            types[i] = FieldType::Integer;
+    }
+    return types;
+}
+
+void ImportJob::Write(RecordWriter& writer, std::shared_ptr<const CoordinateSystem> crs) const
+{
+    RecordLayout layout = layout_;
+    layout.crs = std::move(crs);
+    writer.Begin(layout);
     for (const auto& entity : entities_) {
         if (!entity)
             continue;

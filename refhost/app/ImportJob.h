@@ -34,8 +34,9 @@ public:
     // Runs the builder; the engine's result (1 done, 0 refused).
     int Run();
 
-    // Hands every record to the writer, in file order.
-    void Write(RecordWriter& writer) const;
+    // Hands every record to the writer, in file order, with the coordinate system the user
+    // gave the positions (null: none).
+    void Write(RecordWriter& writer, std::shared_ptr<const CoordinateSystem> crs = nullptr) const;
 
     // Hands the records to the end of the process instead of freeing them with the job: for
     // files of millions of lines, freeing every entity and value one by one costs a third
@@ -58,6 +59,7 @@ private:
                                                                              int secondary, const char* option);
     int RunBuilder();
     RecordLayout ComputeLayout();
+    std::vector<FieldType> FieldTypes(std::size_t fields) const;
 
     VeltoGis::ImportExport::IImportEngine& engine_;
     const ImportRequest& request_;

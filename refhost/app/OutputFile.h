@@ -3,6 +3,7 @@
 // in place (/dev/null), or a regular file written as a temporary file beside it and renamed
 // over it by Commit. Text reaches the file in large blocks.
 
+#include "refhost/app/ImportOutput.h"
 #include "refhost/app/RecordWriter.h"
 #include "refhost/app/TemporaryFile.h"
 
@@ -10,9 +11,12 @@
 
 namespace tessel {
 
-class OutputFile final : public TextSink {
+class OutputFile final : public TextSink, public ImportOutput {
 public:
-    explicit OutputFile(std::string path) : path_(std::move(path)) {}
+    // format: the writer MakeWriter gives (a text format).
+    explicit OutputFile(std::string path, OutputFormat format = OutputFormat::JsonLines)
+        : path_(std::move(path)), format_(format)
+    {}
     // Without Commit the temporary file is removed and the target left as it was.
     ~OutputFile() override;
     OutputFile(const OutputFile&) = delete;
@@ -20,16 +24,17 @@ public:
 
     // Creates the temporary file (or opens the device). Throws a job AppError naming the
     // path when it cannot be written.
-    void Open();
+    void Open() override;
+    std::unique_ptr<RecordWriter> MakeWriter() override { return MakeRecordWriter(format_, *this); }
     void RecordDone() override
     {
         if (text_.size() >= kBlockSize)
             Flush();
     }
     // Writes the rest and puts the file in place. Throws like Open.
-    void Commit();
+    void Commit() override;
     // The name the user gave, quoted ("standard output" for none).
-    std::string DisplayName() const { return ToStandardOutput() ? "standard output" : "'" + path_ + "'"; }
+    std::string DisplayName() const override { return ToStandardOutput() ? "standard output" : "'" + path_ + "'"; }
 
 private:
     static constexpr std::size_t kBlockSize = 1 << 20;
@@ -38,6 +43,7 @@ private:
     void Flush();
 
     std::string path_;
+    OutputFormat format_;
     TemporaryFile temporary_;
     int descriptor_ = -1;
     bool ownsDescriptor_ = false;

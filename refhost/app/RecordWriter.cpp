@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <set>
+#include <stdexcept>
 
 namespace tessel {
 
@@ -11,9 +12,12 @@ std::unique_ptr<RecordWriter> MakeRecordWriter(OutputFormat format, TextSink& si
     switch (format) {
     case OutputFormat::GeoJson: return MakeGeoJsonWriter(sink);
     case OutputFormat::Csv: return MakeCsvWriter(sink);
-    case OutputFormat::JsonLines: break;
+    case OutputFormat::JsonLines: return MakeJsonLinesWriter(sink);
+    case OutputFormat::GeoPackage:
+    case OutputFormat::FlatGeobuf:
+    case OutputFormat::Shapefile: break;
     }
-    return MakeJsonLinesWriter(sink);
+    throw std::logic_error("GIS datasets are written through GDAL, not as text");
 }
 
 OutputFormat FormatForPath(const std::string& path)
@@ -29,6 +33,12 @@ OutputFormat FormatForPath(const std::string& path)
         return OutputFormat::GeoJson;
     if (extension == "csv")
         return OutputFormat::Csv;
+    if (extension == "gpkg")
+        return OutputFormat::GeoPackage;
+    if (extension == "fgb")
+        return OutputFormat::FlatGeobuf;
+    if (extension == "shp")
+        return OutputFormat::Shapefile;
     return OutputFormat::JsonLines;
 }
 

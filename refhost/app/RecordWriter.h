@@ -27,9 +27,18 @@ protected:
 
 enum class RecordKind { Point, Line, Polygon, Row, Cloud };
 
+// The type of a field, from the values it holds: Integer when every value is an integer,
+// Real when every value is a number, Text otherwise (and when every value is null).
+enum class FieldType { Integer, Real, Text };
+
+class CoordinateSystem;
+
 struct RecordLayout {
     RecordKind kind = RecordKind::Point;
     std::vector<std::string> fieldNames; // UTF-8, unique; value i is named fieldNames[i]
+    std::vector<FieldType> fieldTypes;   // one per field name
+    // The coordinate system the user gave the positions (none: nothing is claimed).
+    std::shared_ptr<const CoordinateSystem> crs;
 };
 
 // One imported entity as the framework holds it. Pointers that are null stand for what the
@@ -55,10 +64,11 @@ public:
 std::unique_ptr<RecordWriter> MakeJsonLinesWriter(TextSink& sink);
 std::unique_ptr<RecordWriter> MakeGeoJsonWriter(TextSink& sink);
 std::unique_ptr<RecordWriter> MakeCsvWriter(TextSink& sink);
+// The writer of a text format (JSON Lines, GeoJSON, CSV).
 std::unique_ptr<RecordWriter> MakeRecordWriter(OutputFormat format, TextSink& sink);
 
-// The output format for a path: .geojson (or .json) GeoJSON, .csv CSV, anything else (and
-// standard output) JSON Lines.
+// The output format for a path: .geojson (or .json) GeoJSON, .csv CSV, .gpkg GeoPackage,
+// .fgb FlatGeobuf, .shp ESRI Shapefile, anything else (and standard output) JSON Lines.
 OutputFormat FormatForPath(const std::string& path);
 
 // Names made unique by numbering repeats: "CODE", "CODE#2", "CODE#3".

@@ -36,6 +36,7 @@ struct ImportConfigChoice {
     std::optional<std::string> comments;   // --comments
     std::vector<unsigned> fixedPositions;  // --fixed: fixed-width mode when not empty
     std::vector<ColumnOption> columns;       // --column, in order
+    bool strict = false;                     // --strict: likely mistakes are errors, not warnings
 
     bool IsComposed() const { return !configFile; }
 };
@@ -46,6 +47,7 @@ struct ExportConfigChoice {
     std::optional<std::string> comment;    // --comment
     std::optional<bool> header;            // --header / --no-header
     bool utf16 = false;                    // --utf16
+    bool strict = false;                   // --strict: likely mistakes are errors, not warnings
 
     bool IsComposed() const { return !configFile; }
 };
@@ -53,7 +55,9 @@ struct ExportConfigChoice {
 enum class ImportKind { Points, Lines, Polygons, Table, Cloud };
 enum class ExportKind { Points, Lines, Polygons };
 
-enum class OutputFormat { JsonLines, GeoJson, Csv };
+// JSON Lines, GeoJSON and CSV are written by tessel itself; GeoPackage, FlatGeobuf and ESRI
+// Shapefile through GDAL.
+enum class OutputFormat { JsonLines, GeoJson, Csv, GeoPackage, FlatGeobuf, Shapefile };
 
 // Which of the three data-table operations runs, and with what.
 enum class TableVariant { AllRows, LinkedKeys, KeyValue };
@@ -77,7 +81,6 @@ struct ImportRequest {
     bool dataOnly = false;
     bool sectionNodes = false;
     bool secondary = false;
-    bool strict = false;
     std::optional<CoordinateFilter> filter;
 
     TableVariant tableVariant = TableVariant::AllRows;
@@ -89,11 +92,13 @@ struct ImportRequest {
 
     std::optional<std::string> output;  // -o; standard output when absent or "-"
     std::optional<OutputFormat> format; // --format; otherwise by the output's extension
+    std::optional<std::string> crs;     // --crs: EPSG code, WKT or PROJ string
 };
 
 enum class IfExists { Ask, Overwrite, Append, Cancel };
 
-enum class InputFormat { JsonLines, GeoJson };
+// JSON Lines and GeoJSON as tessel writes them, or any vector dataset through GDAL.
+enum class InputFormat { JsonLines, GeoJson, Gdal };
 
 struct ExportRequest {
     ExportKind kind = ExportKind::Points;
@@ -107,6 +112,7 @@ struct ExportRequest {
     std::optional<int> entityType;
     IfExists ifExists = IfExists::Ask;
     std::optional<InputFormat> inputFormat;
+    std::optional<std::string> layer; // --layer: the layer of a GIS dataset
 };
 
 struct ConfigRequest {

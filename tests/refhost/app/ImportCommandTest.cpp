@@ -211,6 +211,43 @@ TEST(ImportCommandOutput, SummaryAndValidationWarningGoToStandardError)
         << messages[1];
 }
 
+// What the engine accepts reaches it: tessel warns and passes it on, and the engine answers.
+TEST(ImportCommandWarnings, LikelyMistakesReachTheEngine)
+{
+    const struct {
+        std::vector<std::string> arguments;
+        std::string warning;
+        std::string output;
+    } cases[] = {
+        {{"import", "points", "in.txt", "--column", "a", "--column", "x:real", "--column", "y:real", "--bind",
+          "x=NODE_COORDINATE_X", "--bind", "y=NODE_COORDINATE_Y", "--bind", "b=EXTRA"},
+         "--bind: no column 'b' among the configuration's source fields (a, x, y); the engine adds nothing for it",
+         "{\"kind\":\"point\",\"name\":null,\"position\":[1,2,0],\"values\":[1,2]}\n"},
+        // The engine reads a file without a cfg element as its default record, FILE as its path.
+        {{"import", "table", "in.txt", "--config", "in.txt"},
+         "--config: 'in.txt' holds no import configuration (no cfg element); the engine reads it as the default one",
+         "{\"kind\":\"row\",\"values\":[]}\n"},
+        {{"config", "import", "in.txt", "--fixed", "3", "--delimiters", ";", "--column", "a\"b"},
+         "--column: 'a\"b' contains '\"', which the configuration reads back as '×'",
+         "<?xml version=\"1.0\" encoding=\"utf-8\"?><cfg txtFile=\"in.txt\" delimiter=\";\" comments=\"#\" mode=\"1\" "
+         "colPositions=\"3¤\"><col no=\"0\" name=\"a=EF=BF=97b\" type=\"5005\" onOff=\"1\"/></cfg>\n"},
+    };
+    refhost::testing::TempDir folder;
+    folder.WriteFile("in.txt", "P1 1 2\n");
+    for (const auto& test : cases) {
+        std::vector<std::string> arguments = {"-q"};
+        arguments.insert(arguments.end(), test.arguments.begin(), test.arguments.end());
+        const TesselRun run = RunTessel(arguments, folder.Path());
+        EXPECT_EQ(run.status, 0) << test.warning;
+        EXPECT_EQ(run.err, "warning: " + test.warning + "\n");
+        EXPECT_EQ(run.out, test.output);
+        arguments.push_back("--strict");
+        const TesselRun strict = RunTessel(arguments, folder.Path());
+        EXPECT_EQ(strict.status, 2);
+        EXPECT_EQ(strict.out, "");
+    }
+}
+
 } // namespace
 } // namespace testing
 } // namespace tessel

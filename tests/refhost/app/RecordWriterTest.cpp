@@ -137,7 +137,10 @@ struct Records {
     {
         TextSink sink;
         const auto writer = MakeRecordWriter(format, sink);
-        writer->Begin(RecordLayout{kind, {"I", "R", "N", "T"}});
+        RecordLayout layout;
+        layout.kind = kind;
+        layout.fieldNames = {"I", "R", "N", "T"};
+        writer->Begin(layout);
         EntityRecord entity;
         entity.name = &name;
         entity.values = &values;
@@ -188,7 +191,9 @@ TEST(GeoJsonWriter, FeaturesWithPointGeometryOrNullAndNamedProperties)
 
     TextSink sink;
     const auto writer = MakeGeoJsonWriter(sink);
-    writer->Begin(RecordLayout{RecordKind::Polygon, {}});
+    RecordLayout layout;
+    layout.kind = RecordKind::Polygon;
+    writer->Begin(layout);
     writer->End();
     EXPECT_EQ(sink.Text(), "{\"type\":\"FeatureCollection\",\"features\":[]}\n");
 }

@@ -1,0 +1,35 @@
+#include "refhost/app/CoordinateSystem.h"
+
+#include "refhost/app/AppError.h"
+#include "refhost/app/GdalErrors.h"
+
+#include <ogr_spatialref.h>
+
+namespace tessel {
+
+CoordinateSystem::~CoordinateSystem() = default;
+
+std::shared_ptr<const CoordinateSystem> CoordinateSystem::Parse(const std::string& text)
+{
+    std::shared_ptr<CoordinateSystem> system(new CoordinateSystem());
+    system->text_ = text;
+    system->reference_ = std::make_unique<OGRSpatialReference>();
+    // Coordinates are written as easting, northing whatever axis order the authority gives.
+    system->reference_->SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+    GdalErrorCapture errors;
+    if (text.empty() || system->reference_->SetFromUserInput(text.c_str()) != OGRERR_NONE)
+        throw UsageError("--crs '" + text + "': not a coordinate system GDAL knows" + errors.Reason());
+
+    OGRSpatialReference& reference = *system->reference_;
+    const char* authority = reference.GetAuthorityName(nullptr);
+    if (!authority || std::string(authority) != "EPSG") {
+        reference.AutoIdentifyEPSG();
+        authority = reference.GetAuthorityName(nullptr);
+    }
+    const char* code = reference.GetAuthorityCode(nullptr);
+    if (authority && code && std::string(authority) == "EPSG")
+        system->epsgUrn_ = std::string("urn:ogc:def:crs:EPSG::") + code;
+    return system;
+}
+
+} // namespace tessel

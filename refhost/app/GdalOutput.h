@@ -1,0 +1,36 @@
+#pragma once
+// An import written as a GIS dataset through GDAL: GeoPackage, FlatGeobuf or ESRI Shapefile.
+// The dataset is made in a temporary folder beside the target and its files are renamed into
+// the target's folder when it is complete; a Shapefile's side files that the new dataset does
+// not have (an old .prj) go with the old target.
+
+#include "refhost/app/ImportOutput.h"
+
+#include <string>
+
+class GDALDataset;
+
+namespace tessel {
+
+class GdalOutput final : public ImportOutput {
+public:
+    GdalOutput(std::string path, OutputFormat format);
+    ~GdalOutput() override;
+    GdalOutput(const GdalOutput&) = delete;
+    GdalOutput& operator=(const GdalOutput&) = delete;
+
+    void Open() override;
+    std::unique_ptr<RecordWriter> MakeWriter() override;
+    void Commit() override;
+    std::string DisplayName() const override { return "'" + path_ + "'"; }
+
+private:
+    void Discard();
+
+    std::string path_;
+    OutputFormat format_;
+    std::string folder_; // the temporary folder, while it exists
+    GDALDataset* dataset_ = nullptr;
+};
+
+} // namespace tessel
