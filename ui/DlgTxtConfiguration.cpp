@@ -52,6 +52,7 @@ enum ColumnListColumn { kLabelColumn, kNameColumn, kTypeColumn, kOnColumn };
 // is shown up to there, and the columns beyond keep what the preview made of them.
 constexpr std::size_t kShownColumns = 1000;
 constexpr int kPreviewColumnWidth = 60;
+constexpr int kPreviewColumnMaxWidth = 320;
 
 wxString Caption(MessageId id) { return ToWxString(LoadMessage(id)); }
 
@@ -188,10 +189,10 @@ wxSizer* CDlgTxtConfiguration::CreateColumnRow(wxWindow* window)
 {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     columns_ = new ColumnListCtrl(window, kColumnList, wxSize(330, 160));
-    columns_->SetColumns({{Caption(MessageId::ColumnLabelHeading), 90, ColumnListCtrl::CellKind::Text},
+    columns_->SetColumns({{Caption(MessageId::ColumnLabelHeading), 70, ColumnListCtrl::CellKind::Text},
                           {Caption(MessageId::ColumnNameHeading), 90, ColumnListCtrl::CellKind::EditableText},
                           {Caption(MessageId::ColumnTypeHeading), 70, ColumnListCtrl::CellKind::Choice},
-                          {Caption(MessageId::ColumnImportHeading), 40, ColumnListCtrl::CellKind::Check}});
+                          {Caption(MessageId::ColumnImportHeading), 64, ColumnListCtrl::CellKind::Check}});
     wxArrayString typeNames;
     for (int choice = 0; choice < kColumnTypeChoices; ++choice)
         typeNames.Add(ToWxString(ColumnTypeName(choice)));
@@ -286,15 +287,36 @@ void CDlgTxtConfiguration::ShowMode()
     ruler_->Refresh();
 }
 
+// Wide enough for what the first rows hold in the column, within bounds, so that short fields
+// are read whole and one long field does not push the others out of sight.
+int CDlgTxtConfiguration::PreviewColumnWidth(const ImportPreview& preview, std::size_t column) const
+{
+    constexpr std::size_t kMeasuredRows = 100;
+    constexpr int kPadding = 16;
+    int widest = preview_->GetTextExtent("C00").GetWidth();
+    const auto& rows = preview.Rows();
+    for (std::size_t row = 0; row < rows.size() && row < kMeasuredRows; ++row) {
+        if (column < rows[row].fields.size()) {
+            const WString& text = rows[row].fields[column];
+            const std::size_t units = std::min<std::size_t>(text.size(), PreviewListCtrl::kShownCellLength);
+            widest = std::max(widest, preview_->GetTextExtent(ToWxString(text.data(), units)).GetWidth());
+        }
+    }
+    return std::clamp(widest + kPadding, kPreviewColumnWidth, kPreviewColumnMaxWidth);
+}
+
 void CDlgTxtConfiguration::ShowPreview()
 {
     const ImportPreview& preview = model_.Preview();
     const std::size_t shown = std::min<std::size_t>(static_cast<std::size_t>(preview.ColumnCount()), kShownColumns);
     wxArrayString headings;
-    for (std::size_t i = 1; i <= shown; ++i)
+    std::vector<int> widths;
+    for (std::size_t i = 1; i <= shown; ++i) {
         headings.Add(wxString::Format("C%d", static_cast<int>(i)));
+        widths.push_back(PreviewColumnWidth(preview, i - 1));
+    }
     preview_->Freeze();
-    preview_->SetColumns(headings, kPreviewColumnWidth);
+    preview_->SetColumns(headings, widths);
     preview_->ShowRows(static_cast<long>(preview.Rows().size()));
     preview_->Thaw();
     // Said, so that nobody takes the columns shown for all there are.

@@ -54,6 +54,7 @@ private:
     void ShowFields();
     void ShowMode();
     void ShowPreview();
+    int PreviewColumnWidth(const ImportPreview& preview, std::size_t column) const;
     void ShowColumns();
     void ShowEncoding();
     void TakeDelimiters();

@@ -19,12 +19,12 @@ PreviewListCtrl::PreviewListCtrl(wxWindow* parent, int id, const wxSize& size)
     markedAttr_.SetTextColour(wxColour(150, 0, 0));
 }
 
-void PreviewListCtrl::SetColumns(const wxArrayString& headings, int width)
+void PreviewListCtrl::SetColumns(const wxArrayString& headings, const std::vector<int>& widths)
 {
     SetItemCount(0);
     DeleteAllColumns();
     for (std::size_t i = 0; i < headings.size(); ++i)
-        InsertColumn(static_cast<long>(i), headings[i], wxLIST_FORMAT_CENTRE, width);
+        InsertColumn(static_cast<long>(i), headings[i], wxLIST_FORMAT_LEFT, i < widths.size() ? widths[i] : 60);
 }
 
 void PreviewListCtrl::ShowRows(long count)

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 class PreviewListCtrl final : public wxListCtrl {
 public:
@@ -27,8 +28,8 @@ public:
     PreviewListCtrl(wxWindow* parent, int id, const wxSize& size = wxDefaultSize);
 
     void SetSource(Source source) { source_ = std::move(source); }
-    // Replaces the columns by headings[i], each centred and width pixels wide.
-    void SetColumns(const wxArrayString& headings, int width);
+    // Replaces the columns by headings[i], each widths[i] pixels wide.
+    void SetColumns(const wxArrayString& headings, const std::vector<int>& widths);
     // Shows count rows, fetched again from the source.
     void ShowRows(long count);
 

@@ -101,7 +101,7 @@ TEST(PreviewListCtrl, RowsComeFromTheSourceWithColoursMarksAndABoundedPrefix)
     list->SetSource({[&](long row, long column) { return column == 0 ? &cells[static_cast<std::size_t>(row)] : nullptr; },
                      [](long row) { return row == 2 ? 0xD3D3D3u : PreviewListCtrl::kNoColour; },
                      [](long row, long) { return row == 0; }});
-    list->SetColumns(Strings({"C1", "C2"}), 60);
+    list->SetColumns(Strings({"C1", "C2"}), {60, 60});
     list->ShowRows(3);
     EXPECT_EQ(list->GetItemCount(), 3);
     EXPECT_EQ(list->GetColumnCount(), 2);
