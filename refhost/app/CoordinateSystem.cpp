@@ -7,13 +7,11 @@
 
 namespace tessel {
 
-CoordinateSystem::~CoordinateSystem() = default;
-
 std::shared_ptr<const CoordinateSystem> CoordinateSystem::Parse(const std::string& text)
 {
     std::shared_ptr<CoordinateSystem> system(new CoordinateSystem());
     system->text_ = text;
-    system->reference_ = std::make_unique<OGRSpatialReference>();
+    system->reference_ = std::make_shared<OGRSpatialReference>();
     // Coordinates are written as easting, northing whatever axis order the authority gives.
     system->reference_->SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
     GdalErrorCapture errors;

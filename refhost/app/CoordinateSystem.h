@@ -13,7 +13,6 @@ class CoordinateSystem {
 public:
     // Throws a usage AppError "--crs 'TEXT': not a coordinate system GDAL knows (REASON)".
     static std::shared_ptr<const CoordinateSystem> Parse(const std::string& text);
-    ~CoordinateSystem();
 
     const OGRSpatialReference& Reference() const { return *reference_; }
     // The OGC URN of an EPSG coordinate system ("urn:ogc:def:crs:EPSG::25833"), as GeoJSON's
@@ -23,7 +22,7 @@ public:
 
 private:
     CoordinateSystem() = default;
-    std::unique_ptr<OGRSpatialReference> reference_;
+    std::shared_ptr<OGRSpatialReference> reference_;
     std::string epsgUrn_;
     std::string text_;
 };

@@ -3,7 +3,6 @@
 #include "refhost/app/AppError.h"
 #include "refhost/app/CoordinateSystem.h"
 #include "refhost/app/GdalErrors.h"
-#include "refhost/app/OutputFile.h"
 #include "refhost/app/TemporaryFile.h"
 #include "refhost/HostSide.h"
 #include "refhost/Utf8.h"
@@ -253,11 +252,9 @@ void GdalOutput::Discard()
     }
 }
 
-std::unique_ptr<ImportOutput> MakeImportOutput(const std::string& path, OutputFormat format)
+std::unique_ptr<ImportOutput> MakeGdalOutput(const std::string& path, OutputFormat format)
 {
-    if (DriverName(format))
-        return std::make_unique<GdalOutput>(path, format);
-    return std::make_unique<OutputFile>(path, format);
+    return std::make_unique<GdalOutput>(path, format);
 }
 
 } // namespace tessel

@@ -12,6 +12,10 @@ class GDALDataset;
 
 namespace tessel {
 
+// A GIS dataset of that format at the path. Where tessel is built without GDAL, a usage
+// AppError saying so.
+std::unique_ptr<ImportOutput> MakeGdalOutput(const std::string& path, OutputFormat format);
+
 class GdalOutput final : public ImportOutput {
 public:
     GdalOutput(std::string path, OutputFormat format);

@@ -69,6 +69,7 @@ const BadCase kCases[] = {
      "tessel engines: --codepage: 4711 is not a code page this system converts (it converts: 437 ..."},
     {"OutputFolderMissing", {"import", "table", "in.txt", "--column", "a", "-o", "no/such/out.jsonl"}, 1,
      "tessel import: cannot write 'no/such/out.jsonl': No such file or directory"},
+#if TESSEL_WITH_GDAL
     {"CrsNonsense", {"import", "table", "in.txt", "--column", "a", "--crs", "EPSG:nonsense", "-o", "out.gpkg"}, 2,
      "tessel import: --crs 'EPSG:nonsense': not a coordinate system GDAL knows..."},
     {"GisDatasetToStandardOutput", {"import", "table", "in.txt", "--column", "a", "--format", "gpkg"}, 2,
@@ -78,6 +79,9 @@ const BadCase kCases[] = {
      "lines, polygons and rows to GeoPackage, Shapefile, CSV or JSON Lines"},
     {"GisOutputFolderMissing", {"import", "table", "in.txt", "--column", "a", "-o", "no/such/out.gpkg"}, 1,
      "tessel import: cannot write 'no/such/out.gpkg': No such file or directory"},
+    {"ExportSourceNotAVectorDataset", {"export", "points", "in.txt", "--input-format", "gdal", "-o", "out.txt"}, 2,
+     "tessel export: 'in.txt': not a vector dataset GDAL reads..."},
+#endif
     {"StrictValidation", {"import", "points", "in.txt", "--column", "a", "--strict"}, 1,
      "tessel import: The X and Y coordinates must be bound to columns of the file. (--strict)"},
     {"ExceptionInsideTheEngine", {"import", "table", "in.txt", "--config", "negative.xml"}, 3,
@@ -85,8 +89,6 @@ const BadCase kCases[] = {
     {"ExportWithoutOutput", {"export", "points", "in.jsonl"}, 2, "tessel export: --output is required"},
     {"ExportInputNotJson", {"export", "points", "in.txt", "-o", "out.txt"}, 2,
      "tessel export: 'in.txt' line 1: not a JSON object"},
-    {"ExportSourceNotAVectorDataset", {"export", "points", "in.txt", "--input-format", "gdal", "-o", "out.txt"}, 2,
-     "tessel export: 'in.txt': not a vector dataset GDAL reads..."},
     {"ExportLayerOfJsonLines", {"export", "points", "in.jsonl", "-o", "out.txt", "--layer", "a"}, 2,
      "tessel export: --layer: 'in.jsonl' is read as JSON Lines, which has one layer (--input-format gdal reads it "
      "through GDAL)"},
