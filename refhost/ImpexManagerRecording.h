@@ -11,6 +11,6 @@ namespace refhost {
 
 // "import:ID" or "export:ID" per registered engine ("import:" alone for an empty engine),
 // oldest first; emptied by CImpexManager::Clear.
-VELTOGIS_API const std::vector<WString>& EngineRegistrations();
+VELTOGIS_IMPEX_API const std::vector<WString>& EngineRegistrations();
 
 } // namespace refhost
