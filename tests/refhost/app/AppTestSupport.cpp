@@ -78,10 +78,10 @@ ModuleHost& LoadedModule()
     return *module;
 }
 
-std::string Utf16LeWithMark(const std::u16string& text)
+std::string Utf16LeWithMark(const WString& text)
 {
     std::string bytes = "\xFF\xFE";
-    for (const char16_t unit : text) {
+    for (const WChar unit : text) {
         bytes.push_back(static_cast<char>(unit & 0xFF));
         bytes.push_back(static_cast<char>(unit >> 8));
     }

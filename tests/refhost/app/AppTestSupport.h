@@ -23,7 +23,7 @@ TesselRun RunTessel(const std::vector<std::string>& arguments, const std::string
 ModuleHost& LoadedModule();
 
 // The bytes of a UTF-16LE file with its byte-order mark.
-std::string Utf16LeWithMark(const std::u16string& text);
+std::string Utf16LeWithMark(const WString& text);
 
 // The text cut at line feeds (a last line without one included).
 std::vector<std::string> Lines(const std::string& text);
