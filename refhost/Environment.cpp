@@ -1,6 +1,7 @@
 #include "refhost/Environment.h"
 
 #include "refhost/FilePath.h"
+#include "refhost/Utf8.h"
 
 #include <atomic>
 #include <chrono>
@@ -11,6 +12,10 @@
 
 #ifdef _WIN32
 #include "platform/Windows.h"
+#include <shellapi.h>
+
+#include <fcntl.h>
+#include <io.h>
 #else
 #include <unistd.h>
 #endif
@@ -53,6 +58,48 @@ bool ReadsEveryFile()
     return true;
 #else
     return ::geteuid() == 0;
+#endif
+}
+
+bool KeepsPermissionBits()
+{
+#ifdef _WIN32
+    return false;
+#else
+    return true;
+#endif
+}
+
+std::string NullDevice()
+{
+#ifdef _WIN32
+    return "NUL";
+#else
+    return "/dev/null";
+#endif
+}
+
+std::vector<std::string> CommandLineArguments(int argc, char** argv)
+{
+#ifdef _WIN32
+    int count = 0;
+    wchar_t** wide = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+    if (wide) {
+        std::vector<std::string> arguments;
+        for (int i = 0; i < count; ++i)
+            arguments.push_back(ToUtf8(wide[i]));
+        ::LocalFree(wide);
+        return arguments;
+    }
+#endif
+    return std::vector<std::string>(argv, argv + argc);
+}
+
+void UseBinaryStandardStreams()
+{
+#ifdef _WIN32
+    ::_setmode(1, _O_BINARY);
+    ::_setmode(2, _O_BINARY);
 #endif
 }
 

@@ -20,6 +20,7 @@ if [ "${1:-}" = windows ]; then
     g++-mingw-w64-x86-64-posix         # the posix-thread variant: std::mutex
     wine wine64                        # runs the Windows tests
     googletest                         # GoogleTest's source, built with the cross compiler
+    locales                            # the Polish locale that sets Wine's ANSI code page to 1250
   )
 fi
 

@@ -24,7 +24,7 @@ if [ ! -f "$WINEPREFIX/system.reg" ]; then
   wine wineboot --init </dev/null >/dev/null 2>&1
   wineserver -w
 fi
-wineserver -p
+wineserver -p 2>/dev/null || true # one may be running already in this prefix
 wine cmd /c exit </dev/null >/dev/null 2>&1
 
 ctest --preset windows -j "$(nproc)" --timeout 600 "$@"

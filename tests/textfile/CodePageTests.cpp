@@ -3,6 +3,7 @@
 
 #include "TextFileTesting.h"
 
+#include "host/WideText.h"
 #include "refhost/Environment.h"
 
 #include <gtest/gtest.h>
@@ -116,7 +117,81 @@ TEST_P(CodePageTables, AnsiReaderConvertsThroughTheTable)
     EXPECT_EQ(result.lines, std::vector<WString>{expected});
 }
 
+// The system's own conversion (WideCharToMultiByte on Windows) and the table agree on every
+// character: what a code page lacks becomes the default character, never a look-alike.
+TEST_P(CodePageTables, SystemConversionAgreesWithTheTableOnEveryCharacter)
+{
+    const unsigned codePage = GetParam();
+    const SingleByteCodePage* table = Platform::FindSingleByteCodePage(codePage);
+    ASSERT_NE(table, nullptr);
+    int defaults = 0;
+    for (unsigned code = 1; code <= 0xFFFF; ++code) {
+        if (IsHighSurrogate(code) || IsLowSurrogate(code))
+            continue;
+        const WChar unit = static_cast<WChar>(code);
+        char bySystem[4] = {};
+        char byTable[4] = {};
+        bool systemDefault = false;
+        bool tableDefault = false;
+        ASSERT_EQ(Platform::WideToMultiByte(codePage, &unit, 1, bySystem, 4, "*", &systemDefault), 1) << code;
+        ASSERT_EQ(table->Encode(&unit, 1, byTable, '*', &tableDefault), 1u) << code;
+        EXPECT_EQ(bySystem[0], byTable[0]) << "U+" << std::hex << code;
+        EXPECT_EQ(systemDefault, tableDefault) << "U+" << std::hex << code;
+        defaults += tableDefault;
+    }
+    EXPECT_EQ(defaults, 0xFFFF - 0x800 - 255);
+}
+
 INSTANTIATE_TEST_SUITE_P(Platform, CodePageTables, testing::Values(1250u, 1252u));
+
+// ANSI files are byte for byte the same wherever the module runs: the expectations are the
+// bytes Windows writes.
+TEST(CodePages, AnsiFilesHoldTheSameBytesOnEverySystem)
+{
+    const struct {
+        unsigned codePage;
+        const WChar* text;
+        std::string bytes;
+    } cases[] = {
+        {1250, WTEXT("Zażółć gęślą jaźń\n"), "Za\xBF\xF3\xB3\xE6 g\xEA\x9Cl\xB9 ja\x9F\xF1\r\n"},
+        {1250, WTEXT("Příliš žluťoučký kůň"), "P\xF8\xEDli\x9A \x9Elu\x9Dou\xE8k\xFD k\xF9\xF2"},
+        {1250, WTEXT("€ ÄÖÜß ‰ ∞ Ā"), "\x80 \xC4\xD6\xDC\xDF \x89 ? ?"},
+        {1252, WTEXT("Größe à l'œuvre € ™"), "Gr\xF6\xDF" "e \xE0 l'\x9Cuvre \x80 \x99"},
+        {1252, WTEXT("Łódź ∞ Ā ą"), "?\xF3" "d? ? ? ?"},
+        {1252, WTEXT("\x81\x8D\x8F\x90\x9D"), "\x81\x8D\x8F\x90\x9D"},
+    };
+    ScratchFolder folder;
+    for (const auto& c : cases) {
+        TextFile file;
+        file.SetCodePage(c.codePage);
+        ASSERT_EQ(file.Open(folder.WidePath("ansi.txt"), TextFileMode::Write, 1), 0);
+        bool usedDefault = false;
+        EXPECT_EQ(file.WriteString(&usedDefault, c.text), 0);
+        EXPECT_EQ(file.Close(), 0);
+        EXPECT_EQ(ReadBytes(folder.Path("ansi.txt")), c.bytes) << c.codePage << ": " << ToUtf8(c.text);
+        EXPECT_EQ(usedDefault, c.bytes.find('?') != std::string::npos) << ToUtf8(c.text);
+    }
+}
+
+// Code page 0 is the system's ANSI code page. The run that sets TESSEL_SYSTEM_CODEPAGE has
+// made the system's code page that one (a Polish locale under Wine, TESSEL_CODEPAGE on
+// Linux); every other run skips.
+TEST(SystemCodePage, CodePageZeroReadsAndWritesInIt)
+{
+    const char* expected = std::getenv("TESSEL_SYSTEM_CODEPAGE");
+    if (!expected)
+        GTEST_SKIP() << "run with TESSEL_SYSTEM_CODEPAGE set";
+    Platform::SetAnsiCodePage(0);
+    ASSERT_EQ(Platform::AnsiCodePage(), static_cast<unsigned>(std::atoi(expected)));
+    ASSERT_EQ(Platform::AnsiCodePage(), 1250u) << "the cases below are 1250 text";
+    ScratchFolder folder;
+    TextFile file;
+    ASSERT_EQ(file.Open(folder.WidePath("pl.txt"), TextFileMode::Write, 1), 0);
+    EXPECT_EQ(file.WriteString(nullptr, WTEXT("Łódź\n")), 0);
+    EXPECT_EQ(file.Close(), 0);
+    EXPECT_EQ(ReadBytes(folder.Path("pl.txt")), "\xA3\xF3" "d\x9F\r\n");
+    EXPECT_EQ(ReadAll(folder.Write("cz.txt", "\x8A\x8D\x8E\r\n")).lines, std::vector<WString>{WTEXT("ŠŤŽ")});
+}
 
 // Each language's text is stored in the code page and in UTF-8; both read the same.
 TEST(CodePages, CorpusTextsReadAlikeInCodePageAndUtf8)

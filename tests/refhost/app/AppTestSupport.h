@@ -16,7 +16,7 @@ struct TesselRun {
     std::string err;
 };
 
-// Runs tessel with the arguments in the folder, standard input from /dev/null.
+// Runs tessel with the arguments in the folder, standard input from /dev/null (NUL).
 TesselRun RunTessel(const std::vector<std::string>& arguments, const std::string& folder);
 
 // The module, loaded once for the whole test program.
