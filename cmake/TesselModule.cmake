@@ -16,10 +16,20 @@ if(objects AND TARGET VeltoXGisCore AND TARGET VeltoXImportExportCore AND TARGET
   set_target_properties(VeltoXTessel PROPERTIES
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
-  # Only the five entry points leave the module; iconv and the C++ runtime stay private.
-  # The version script keeps the C++ library's template code (default visibility in its
-  # headers) from leaking out as weak symbols.
-  target_link_options(VeltoXTessel PRIVATE -Wl,--exclude-libs,ALL ${TESSEL_NO_UNDEFINED}
-    -Wl,--version-script=${CMAKE_SOURCE_DIR}/cmake/VeltoXTessel.map)
-  set_property(TARGET VeltoXTessel APPEND PROPERTY LINK_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/VeltoXTessel.map)
+  if(WIN32)
+    # A DLL exports what is marked dllexport: the five entry points. The build fails when the
+    # export table holds anything else.
+    set_target_properties(VeltoXTessel PROPERTIES PREFIX "")
+    add_custom_command(TARGET VeltoXTessel POST_BUILD
+      COMMAND ${CMAKE_COMMAND} -DOBJDUMP=${CMAKE_OBJDUMP} -DDLL=$<TARGET_FILE:VeltoXTessel>
+              -DEXPORTS=${CMAKE_SOURCE_DIR}/cmake/VeltoXTessel.map -P ${CMAKE_SOURCE_DIR}/cmake/CheckDllExports.cmake
+      COMMENT "Checking the exports of VeltoXTessel.dll")
+  else()
+    # Only the five entry points leave the module; iconv and the C++ runtime stay private.
+    # The version script keeps the C++ library's template code (default visibility in its
+    # headers) from leaking out as weak symbols.
+    target_link_options(VeltoXTessel PRIVATE -Wl,--exclude-libs,ALL ${TESSEL_NO_UNDEFINED}
+      -Wl,--version-script=${CMAKE_SOURCE_DIR}/cmake/VeltoXTessel.map)
+    set_property(TARGET VeltoXTessel APPEND PROPERTY LINK_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/VeltoXTessel.map)
+  endif()
 endif()

@@ -6,14 +6,14 @@
 
 namespace {
 
-const WChar kCfgFormat[] = u"<?xml version=\"1.0\" encoding=\"utf-8\"?><cfg txtFile=\"%s\" comment=\"%s\" "
-                           u"delimiter=\"%s\" header=\"%d\" format=\"%d\"/>";
-const WChar kDescriptionFormat[] = u"%s: %s \r\n%s: %s";
+const WChar kCfgFormat[] = WTEXT("<?xml version=\"1.0\" encoding=\"utf-8\"?><cfg txtFile=\"%s\" comment=\"%s\" ")
+                           WTEXT("delimiter=\"%s\" header=\"%d\" format=\"%d\"/>");
+const WChar kDescriptionFormat[] = WTEXT("%s: %s \r\n%s: %s");
 
 } // namespace
 
 CXMLTextFileExportConfiguration::CXMLTextFileExportConfiguration()
-    : comment_(u"#"), delimiter_(u"\t"), header_(1), format_(0)
+    : comment_(WTEXT("#")), delimiter_(WTEXT("\t")), header_(1), format_(0)
 {
 }
 
@@ -40,13 +40,13 @@ int CXMLTextFileExportConfiguration::FromXml(const WString& text)
 {
     XmlDocument document;
     document.SetText(text);
-    if (!document.FindElement(u"cfg"))
+    if (!document.FindElement(WTEXT("cfg")))
         return 1;
-    txtFile_ = DecodeConfigValue(document.GetAttribute(u"txtFile"));
-    comment_ = DecodeConfigValue(document.GetAttribute(u"comment"));
-    delimiter_ = DecodeConfigValue(document.GetAttribute(u"delimiter"));
-    header_ = WideToInt(document.GetAttribute(u"header"));
-    format_ = WideToInt(document.GetAttribute(u"format"));
+    txtFile_ = DecodeConfigValue(document.GetAttribute(WTEXT("txtFile")));
+    comment_ = DecodeConfigValue(document.GetAttribute(WTEXT("comment")));
+    delimiter_ = DecodeConfigValue(document.GetAttribute(WTEXT("delimiter")));
+    header_ = WideToInt(document.GetAttribute(WTEXT("header")));
+    format_ = WideToInt(document.GetAttribute(WTEXT("format")));
     return 1;
 }
 

@@ -17,7 +17,7 @@ constexpr int IDOK = 1;
 constexpr int IDCANCEL = 2;
 constexpr int kDialogNotShown = -1;
 
-class VELTOGIS_API CAdUiBaseDialog {
+class VELTOGIS_CAD_API CAdUiBaseDialog {
 public:
     // templateId names the dialog's resource template.
     explicit CAdUiBaseDialog(unsigned templateId);
@@ -61,7 +61,7 @@ namespace VeltoGis {
 namespace Utility {
 
 // A push button showing one of the host's icons.
-class VELTOGIS_API CVeltoBitmapButton {
+class VELTOGIS_CORE_API CVeltoBitmapButton {
 public:
     // moduleInstance: the module's instance handle, where the host looks for the icon first.
     explicit CVeltoBitmapButton(void* moduleInstance);

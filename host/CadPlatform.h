@@ -21,24 +21,24 @@ struct AcGePoint3d {
 // User interaction ---------------------------------------------------------------------
 
 // Shows a message box with the text; returns when the user has closed it.
-VELTOGIS_API int acedAlert(const WChar* message);
+VELTOGIS_CAD_API int acedAlert(const WChar* message);
 
 // Finds a file along the CAD application's support path; writes the full path into result
 // (at most resultLength units with the NUL) and returns 5100 (RTNORM) when found.
-VELTOGIS_API int acedFindFile(const WChar* name, WChar* result, int resultLength);
+VELTOGIS_CAD_API int acedFindFile(const WChar* name, WChar* result, int resultLength);
 
 // Command-line prompts, the CAD application's way of asking when no dialog is shown.
 constexpr int RTNONE = 5000;  // the user entered nothing
 constexpr int RTCAN = -5002;  // the user cancelled (or nobody can be asked)
 // Sets the keywords (separated by blanks) that the next acedGetKword accepts.
-VELTOGIS_API int acedInitGet(int flags, const WChar* keywords);
+VELTOGIS_CAD_API int acedInitGet(int flags, const WChar* keywords);
 // Asks with the prompt for one of the keywords set by acedInitGet and writes the keyword
 // into result (at most resultLength units with the NUL). RTNORM when answered.
-VELTOGIS_API int acedGetKword(const WChar* prompt, WChar* result, int resultLength);
+VELTOGIS_CAD_API int acedGetKword(const WChar* prompt, WChar* result, int resultLength);
 
 // Documents -----------------------------------------------------------------------------
 
-class VELTOGIS_API AcApDocument {
+class VELTOGIS_CAD_API AcApDocument {
 public:
     virtual ~AcApDocument();
 };
@@ -46,7 +46,7 @@ public:
 // The document manager. A plug-in's modal dialog is bracketed by lockDocument before it
 // opens and unlockDocument after it has closed, so that the dialog may change the job's
 // definitions while the document cannot be switched under it.
-class VELTOGIS_API AcApDocManager {
+class VELTOGIS_CAD_API AcApDocManager {
 public:
     virtual ~AcApDocManager();
     virtual AcApDocument* curDocument() const = 0;
@@ -54,7 +54,7 @@ public:
     virtual int unlockDocument(AcApDocument* document) = 0;
 };
 
-VELTOGIS_API AcApDocManager* acDocManagerPtr();
+VELTOGIS_CAD_API AcApDocManager* acDocManagerPtr();
 
 // Application messages and the dynamic linker --------------------------------------------
 
@@ -81,17 +81,17 @@ enum AppMsgCode {
 enum AppRetCode { kRetOK = 0, kRetError = 3 };
 } // namespace AcRx
 
-class VELTOGIS_API AcRxObject {
+class VELTOGIS_CAD_API AcRxObject {
 public:
     virtual ~AcRxObject();
 };
 
-class VELTOGIS_API AcRxClass : public AcRxObject {
+class VELTOGIS_CAD_API AcRxClass : public AcRxObject {
 public:
     ~AcRxClass() override;
 };
 
-class VELTOGIS_API AcRxDynamicLinker : public AcRxObject {
+class VELTOGIS_CAD_API AcRxDynamicLinker : public AcRxObject {
 public:
     ~AcRxDynamicLinker() override;
     // Lets the application be unloaded while the CAD application runs.
@@ -100,7 +100,7 @@ public:
     virtual bool registerAppMDIAware(void* appId) const = 0;
 };
 
-class VELTOGIS_API AcEdCommandStack : public AcRxObject {
+class VELTOGIS_CAD_API AcEdCommandStack : public AcRxObject {
 public:
     ~AcEdCommandStack() override;
     virtual int addCommand(const WChar* groupName, const WChar* globalName, const WChar* localName,
@@ -110,28 +110,28 @@ public:
 
 // The system registry: "DynamicLinker" gives the AcRxDynamicLinker,
 // "ACAD_REGISTERED_COMMANDS" the AcEdCommandStack; null for any other key.
-class VELTOGIS_API AcRxDictionary : public AcRxObject {
+class VELTOGIS_CAD_API AcRxDictionary : public AcRxObject {
 public:
     ~AcRxDictionary() override;
     virtual AcRxObject* at(const WChar* key) const = 0;
 };
 
-VELTOGIS_API AcRxDictionary* acrxSysRegistry();
-VELTOGIS_API void acrxBuildClassHierarchy();
-VELTOGIS_API void deleteAcRxClassBranch(AcRxClass* root);
+VELTOGIS_CAD_API AcRxDictionary* acrxSysRegistry();
+VELTOGIS_CAD_API void acrxBuildClassHierarchy();
+VELTOGIS_CAD_API void deleteAcRxClassBranch(AcRxClass* root);
 
 // Scripting functions (the module defines none, but keeps the protocol).
 constexpr int RTNORM = 5100;
 constexpr int RTERROR = -5001;
-VELTOGIS_API int acedRegFunc(int (*function)(), int functionCode);
-VELTOGIS_API int acedDefun(const WChar* name, int functionCode);
-VELTOGIS_API int acedUndef(const WChar* name, int functionCode);
-VELTOGIS_API int acedGetFunCode();
+VELTOGIS_CAD_API int acedRegFunc(int (*function)(), int functionCode);
+VELTOGIS_CAD_API int acedDefun(const WChar* name, int functionCode);
+VELTOGIS_CAD_API int acedUndef(const WChar* name, int functionCode);
+VELTOGIS_CAD_API int acedGetFunCode();
 
 // Runtime module protocol ----------------------------------------------------------------
 
-VELTOGIS_API void* odrxAlloc(std::size_t size);
-VELTOGIS_API void odrxFree(void* block);
+VELTOGIS_CAD_API void* odrxAlloc(std::size_t size);
+VELTOGIS_CAD_API void odrxFree(void* block);
 
 // What the runtime hands to a module's odrxCreateModuleObject.
 struct OdRxModuleRecord {
@@ -140,7 +140,7 @@ struct OdRxModuleRecord {
 };
 
 // One loaded module as the runtime knows it. Allocate with odrxAlloc and construct in place.
-class VELTOGIS_API OdRxModule {
+class VELTOGIS_CAD_API OdRxModule {
 public:
     explicit OdRxModule(const OdRxModuleRecord& record);
     virtual ~OdRxModule();

@@ -21,7 +21,7 @@ enum enmDataType { DataTypeReal = 5001, DataTypeText = 5005, DataTypeInteger = 5
 // an import of millions of lines creates several per line: a text of up to eight code units
 // (most survey codes and point names) lives in the box itself, a longer one in one block of
 // its own.
-class VELTOGIS_API CDataBox {
+class VELTOGIS_CORE_API CDataBox {
 public:
     enum class Kind : unsigned char { Null, Integer, Real, Text };
 
@@ -64,7 +64,7 @@ private:
 };
 
 // Describes one field: id, display name and value type code.
-class VELTOGIS_API CDataDefinition {
+class VELTOGIS_CORE_API CDataDefinition {
 public:
     CDataDefinition() = default;
     void SetDataID(const WChar* id);
@@ -81,7 +81,7 @@ private:
     int type_ = 0;
 };
 
-class VELTOGIS_API CDataRW {
+class VELTOGIS_CORE_API CDataRW {
 public:
     // Reads the field that definition names from a drawing entity into value (which stays
     // null when the entity has no such field). Returns 1 when the field was found, else 0.

@@ -14,7 +14,7 @@ namespace VeltoGis {
 namespace Topology {
 
 // A drawing entity with named field values.
-class VELTOGIS_API CEntity {
+class VELTOGIS_CORE_API CEntity {
 public:
     CEntity();
     virtual ~CEntity();
@@ -25,7 +25,7 @@ private:
 };
 
 // The container of topology entities that an export of lines receives.
-class VELTOGIS_API CEntityContainer {
+class VELTOGIS_CORE_API CEntityContainer {
 public:
     CEntityContainer();
     virtual ~CEntityContainer();
@@ -39,7 +39,7 @@ private:
 
 namespace System {
 
-class VELTOGIS_API CGisSystem {
+class VELTOGIS_CORE_API CGisSystem {
 public:
     CGisSystem();
     virtual ~CGisSystem();
@@ -49,7 +49,7 @@ private:
     std::vector<boost::shared_ptr<Topology::CEntity>> entities_;
 };
 
-class VELTOGIS_API CSystemManager {
+class VELTOGIS_CORE_API CSystemManager {
 public:
     static CSystemManager* Instance();
     CGisSystem* GetActiveSystem();

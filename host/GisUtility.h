@@ -13,7 +13,7 @@ using CStringArray = std::vector<WString>;
 using HostIcon = void*;
 
 // The host's per-module resources: user-visible texts by number, icons and images by name.
-class VELTOGIS_API CModuleConfiguration {
+class VELTOGIS_CORE_API CModuleConfiguration {
 public:
     static CModuleConfiguration* Instance();
     // The text with that number; "" for a number the host does not know.
@@ -28,7 +28,7 @@ private:
 namespace Utility {
 
 // The host's single progress bar. Not locked: driven from the user-interface thread only.
-class VELTOGIS_API CCoreProgressBar {
+class VELTOGIS_CORE_API CCoreProgressBar {
 public:
     static CCoreProgressBar* Instance();
 
@@ -42,7 +42,7 @@ private:
     CCoreProgressBar() = default;
 };
 
-class VELTOGIS_API CUtility {
+class VELTOGIS_CORE_API CUtility {
 public:
     // Converts a field text to a number, without regard to the locale: leading blanks are
     // skipped, then the longest decimal number is read ('.' or ',' as the decimal separator,

@@ -20,7 +20,7 @@ using Data::CDataDefinition;
 using DataValueList = std::vector<boost::shared_ptr<CDataBox>>;
 
 // An entity exchanged with the framework: a name and attribute values in bind order.
-class VELTOGIS_API CImpexEntity {
+class VELTOGIS_IMPEX_API CImpexEntity {
 public:
     CImpexEntity();
     virtual ~CImpexEntity();
@@ -35,7 +35,7 @@ private:
     DataValueList values_;
 };
 
-class VELTOGIS_API CImpexPoint : public CImpexEntity {
+class VELTOGIS_IMPEX_API CImpexPoint : public CImpexEntity {
 public:
     CImpexPoint();
     ~CImpexPoint() override;
@@ -47,7 +47,7 @@ private:
     bool hasPosition_ = false;
 };
 
-class VELTOGIS_API CImpexLine : public CImpexEntity {
+class VELTOGIS_IMPEX_API CImpexLine : public CImpexEntity {
 public:
     CImpexLine();
     ~CImpexLine() override;
@@ -62,7 +62,7 @@ private:
     bool hasEnd_ = false;
 };
 
-class VELTOGIS_API CImpexPolygon : public CImpexEntity {
+class VELTOGIS_IMPEX_API CImpexPolygon : public CImpexEntity {
 public:
     CImpexPolygon();
     ~CImpexPolygon() override;
@@ -73,7 +73,7 @@ using ImpexEntityList = std::vector<boost::shared_ptr<CImpexEntity>>;
 
 // Receiver of point-cloud points. Keeps the points, or (for very large imports measured by
 // benchmarks) only counts them and folds them into a checksum.
-class VELTOGIS_API CCloud {
+class VELTOGIS_IMPEX_API CCloud {
 public:
     enum class Storage { KeepPoints, CountOnly };
     explicit CCloud(Storage storage = Storage::KeepPoints);
@@ -89,7 +89,7 @@ private:
     std::uint64_t checksum_ = 0;
 };
 
-class VELTOGIS_API CDBRow {
+class VELTOGIS_IMPEX_API CDBRow {
 public:
     CDBRow();
     ~CDBRow();
@@ -99,7 +99,7 @@ private:
     DataValueList values_;
 };
 
-class VELTOGIS_API CDBTable {
+class VELTOGIS_IMPEX_API CDBTable {
 public:
     CDBTable();
     virtual ~CDBTable();
@@ -114,7 +114,7 @@ private:
 
 // Coordinate acceptance test for imported points: a rectangle, edges included. A
 // default-constructed filter accepts everything.
-class VELTOGIS_API CLq {
+class VELTOGIS_IMPEX_API CLq {
 public:
     CLq();
     CLq(double xMin, double yMin, double xMax, double yMax);
@@ -127,7 +127,7 @@ private:
 
 // Binds one source field to one target field, with transforms of the value in both
 // directions. Both transforms are the identity unless the host gave the bind one.
-class VELTOGIS_API CDataBind {
+class VELTOGIS_IMPEX_API CDataBind {
 public:
     using Transform = std::function<void(CDataBox&)>;
 
@@ -150,7 +150,7 @@ private:
     Transform exportTransform_;
 };
 
-class VELTOGIS_API CDataBindCollection {
+class VELTOGIS_IMPEX_API CDataBindCollection {
 public:
     CDataBindCollection();
     virtual ~CDataBindCollection();

@@ -18,7 +18,7 @@ enum enmEntityType : int {
     EntityTypeNodeXY = 32 // the kind whose coordinate targets are "NODE_X" and "NODE_Y"
 };
 
-class VELTOGIS_API CRepositoryItem {
+class VELTOGIS_IMPEX_API CRepositoryItem {
 public:
     CRepositoryItem();
     virtual ~CRepositoryItem();
@@ -33,7 +33,7 @@ namespace ImportExport {
 
 // One import job: two configuration strings (the main file's and the secondary file's),
 // two bind collections, and the job's option flags.
-class VELTOGIS_API CImportDefinition : public CRepositoryItem {
+class VELTOGIS_IMPEX_API CImportDefinition : public CRepositoryItem {
 public:
     CImportDefinition();
     ~CImportDefinition() override;
@@ -60,7 +60,7 @@ private:
 };
 
 // One export job: two configuration strings and two bind collections.
-class VELTOGIS_API CExportDefinition : public CRepositoryItem {
+class VELTOGIS_IMPEX_API CExportDefinition : public CRepositoryItem {
 public:
     CExportDefinition();
     ~CExportDefinition() override;

@@ -24,7 +24,7 @@ using DataDefinitionList = std::vector<boost::shared_ptr<CDataDefinition>>;
 using TargetIdList = std::vector<WString>;
 using KeySet = std::set<WString>; // ordinal, case-sensitive order
 
-class VELTOGIS_API IImportEngine {
+class VELTOGIS_IMPEX_API IImportEngine {
 public:
     IImportEngine(const WChar* id, const WChar* name, const WChar* description, int value1,
                   unsigned int mask, int value2, const WChar* text);
@@ -75,7 +75,7 @@ private:
     WString text_;
 };
 
-class VELTOGIS_API IExportEngine {
+class VELTOGIS_IMPEX_API IExportEngine {
 public:
     IExportEngine(const WChar* id, const WChar* name, const WChar* description, unsigned int mask, int value1,
                   int value2, const WChar* text);
@@ -120,14 +120,14 @@ private:
 
 // A module's plug-in info object, asked for by the framework through the module's exported
 // GetVeltoImpexPluginInfo.
-class VELTOGIS_API IImpexPluginInfo {
+class VELTOGIS_IMPEX_API IImpexPluginInfo {
 public:
     /* 0 */ virtual void RegisterEngines() = 0;
     virtual ~IImpexPluginInfo();
 };
 
 // The process-wide registry of engines.
-class VELTOGIS_API CImpexManager {
+class VELTOGIS_IMPEX_API CImpexManager {
 public:
     static CImpexManager* Instance();
 

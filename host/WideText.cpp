@@ -6,10 +6,10 @@ namespace {
 
 bool IsBlank(WChar c)
 {
-    return c == u' ' || (c >= u'\t' && c <= u'\r');
+    return c == WTEXT(' ') || (c >= WTEXT('\t') && c <= WTEXT('\r'));
 }
 
-bool IsDigit(WChar c) { return c >= u'0' && c <= u'9'; }
+bool IsDigit(WChar c) { return c >= WTEXT('0') && c <= WTEXT('9'); }
 
 void AppendArg(WString& out, const FormatArg& arg)
 {
@@ -28,11 +28,11 @@ int WideToInt(const WChar* text)
     while (IsBlank(*text))
         ++text;
     bool negative = false;
-    if (*text == u'+' || *text == u'-')
-        negative = (*text++ == u'-');
+    if (*text == WTEXT('+') || *text == WTEXT('-'))
+        negative = (*text++ == WTEXT('-'));
     long long value = 0;
     for (; IsDigit(*text); ++text) {
-        value = value * 10 + (*text - u'0');
+        value = value * 10 + (*text - WTEXT('0'));
         if (value > static_cast<long long>(INT_MAX) + 1) {
             value = static_cast<long long>(INT_MAX) + 1;
             break;
@@ -50,13 +50,13 @@ WString IntToWide(long long value)
     unsigned long long magnitude = value < 0 ? 0ULL - static_cast<unsigned long long>(value)
                                              : static_cast<unsigned long long>(value);
     do {
-        digits[n++] = static_cast<WChar>(u'0' + magnitude % 10);
+        digits[n++] = static_cast<WChar>(WTEXT('0') + magnitude % 10);
         magnitude /= 10;
     } while (magnitude != 0);
     WString out;
     out.reserve(n + 1);
     if (value < 0)
-        out += u'-';
+        out += WTEXT('-');
     while (n > 0)
         out += digits[--n];
     return out;
@@ -87,20 +87,20 @@ WString FormatWide(const WString& format, std::initializer_list<FormatArg> args)
     auto next = args.begin();
     for (std::size_t i = 0; i < format.size(); ++i) {
         WChar c = format[i];
-        if (c != u'%' || i + 1 >= format.size()) {
+        if (c != WTEXT('%') || i + 1 >= format.size()) {
             out += c;
             continue;
         }
-        if (format[i + 1] == u'%') {
-            out += u'%';
+        if (format[i + 1] == WTEXT('%')) {
+            out += WTEXT('%');
             ++i;
             continue;
         }
         std::size_t j = i + 1;
-        while (j < format.size() && format[j] == u'l')
+        while (j < format.size() && format[j] == WTEXT('l'))
             ++j;
-        const bool known = j < format.size() && (format[j] == u's' || format[j] == u'd' ||
-                                                 format[j] == u'i' || format[j] == u'u');
+        const bool known = j < format.size() && (format[j] == WTEXT('s') || format[j] == WTEXT('d') ||
+                                                 format[j] == WTEXT('i') || format[j] == WTEXT('u'));
         if (!known || next == args.end()) {
             out += c;
             continue;

@@ -12,12 +12,12 @@ namespace {
 constexpr WChar kQuoteStandIn = 0x00D7; // "×"
 
 const WChar kCfgFormat[] =
-    u"<?xml version=\"1.0\" encoding=\"utf-8\"?><cfg txtFile=\"%s\" delimiter=\"%s\" comments=\"%s\" "
-    u"mode=\"%d\" colPositions=\"%s\">%s</cfg>";
-const WChar kColFormat[] = u"<col no=\"%d\" name=\"%s\" type=\"%d\" onOff=\"%d\"/>";
+    WTEXT("<?xml version=\"1.0\" encoding=\"utf-8\"?><cfg txtFile=\"%s\" delimiter=\"%s\" comments=\"%s\" ")
+    WTEXT("mode=\"%d\" colPositions=\"%s\">%s</cfg>");
+const WChar kColFormat[] = WTEXT("<col no=\"%d\" name=\"%s\" type=\"%d\" onOff=\"%d\"/>");
 
-void QuotesToStandIn(WString& text) { std::replace(text.begin(), text.end(), u'"', kQuoteStandIn); }
-void StandInToQuotes(WString& text) { std::replace(text.begin(), text.end(), kQuoteStandIn, u'"'); }
+void QuotesToStandIn(WString& text) { std::replace(text.begin(), text.end(), WTEXT('"'), kQuoteStandIn); }
+void StandInToQuotes(WString& text) { std::replace(text.begin(), text.end(), kQuoteStandIn, WTEXT('"')); }
 
 WString EncodeText(WString value)
 {
@@ -63,18 +63,18 @@ DelimiterList ReadDelimiters(const WString& text)
     DelimiterList delimiters;
     delimiters.reserve(text.size());
     for (const WChar c : text)
-        delimiters.emplace_back(1, c == kQuoteStandIn ? u'"' : c);
+        delimiters.emplace_back(1, c == kQuoteStandIn ? WTEXT('"') : c);
     return delimiters;
 }
 
 boost::shared_ptr<CColumnData> ReadColumn(const XmlDocument& document)
 {
     auto column = boost::shared_ptr<CColumnData>(new CColumnData);
-    column->SetNo(NumberAttribute(document, u"no"));
+    column->SetNo(NumberAttribute(document, WTEXT("no")));
     // Deliberately left with "×" where the name had a double quote.
-    column->SetName(DecodedAttribute(document, u"name"));
-    column->SetType(NumberAttribute(document, u"type"));
-    column->SetOnOff(NumberAttribute(document, u"onOff"));
+    column->SetName(DecodedAttribute(document, WTEXT("name")));
+    column->SetType(NumberAttribute(document, WTEXT("type")));
+    column->SetOnOff(NumberAttribute(document, WTEXT("onOff")));
     return column;
 }
 
@@ -100,20 +100,20 @@ int ImportTxtConfiguration::Parse(const WChar* xml)
     StandInToQuotes(text);
     XmlDocument document;
     document.SetText(text);
-    if (!document.FindElement(u"cfg"))
+    if (!document.FindElement(WTEXT("cfg")))
         return 0;
 
     columns_.clear();
-    txtFile_ = DecodedAttribute(document, u"txtFile");
-    delimiters_ = ReadDelimiters(DecodedAttribute(document, u"delimiter"));
-    comments_ = DecodedAttribute(document, u"comments");
+    txtFile_ = DecodedAttribute(document, WTEXT("txtFile"));
+    delimiters_ = ReadDelimiters(DecodedAttribute(document, WTEXT("delimiter")));
+    comments_ = DecodedAttribute(document, WTEXT("comments"));
     StandInToQuotes(comments_);
     StandInToQuotes(txtFile_);
-    mode_ = NumberAttribute(document, u"mode");
-    positions_ = ReadPositions(document.GetAttribute(u"colPositions"));
+    mode_ = NumberAttribute(document, WTEXT("mode"));
+    positions_ = ReadPositions(document.GetAttribute(WTEXT("colPositions")));
 
     document.EnterElement();
-    while (document.FindElement(u"col"))
+    while (document.FindElement(WTEXT("col")))
         columns_.push_back(ReadColumn(document));
     return 1;
 }

@@ -4,12 +4,12 @@
 // as Windows converts them. Multi-byte code pages go through iconv on every call, with
 // U+FFFD for malformed input.
 
+#include "platform/CodePageSetting.h"
 #include "platform/Platform.h"
 #include "host/WideText.h"
 
 #include <cerrno>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <memory>
@@ -17,7 +17,6 @@
 #include <string>
 
 #include <iconv.h>
-#include <strings.h>
 
 namespace {
 
@@ -25,6 +24,18 @@ constexpr unsigned kDefaultAnsiCodePage = 1252;
 constexpr unsigned kUtf8CodePage = 65001;
 constexpr unsigned kThreadAnsiCodePage = 3; // CP_THREAD_ACP: the ANSI code page as well
 constexpr WChar kReplacementUnit = 0xFFFD;
+constexpr char kUtf8ReplacementCharacter[] = {'\xEF', '\xBF', '\xBD'};
+
+// What a malformed or cut sequence of a multi-byte code page becomes: the code page's own
+// Unicode default character, as Windows converts it.
+WChar MalformedSequenceUnit(unsigned codePage)
+{
+    switch (codePage) {
+    case 932: return 0x30FB; // KATAKANA MIDDLE DOT
+    case kUtf8CodePage: return kReplacementUnit;
+    default: return '?';
+    }
+}
 
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
 const char* const kWideName = "UTF-16BE";
@@ -135,25 +146,9 @@ private:
     std::map<unsigned, CodePageEntry> entries_;
 };
 
-// Accepts "1250", "cp1250" or "windows-1250"; 0 when the text names no number.
-unsigned ParseCodePage(const char* text)
-{
-    if (!text)
-        return 0;
-    if (strncasecmp(text, "windows-", 8) == 0)
-        text += 8;
-    else if (strncasecmp(text, "cp", 2) == 0)
-        text += 2;
-    char* end = nullptr;
-    const unsigned long number = std::strtoul(text, &end, 10);
-    if (end == text || *end != '\0' || number == 0 || number > 0xFFFF)
-        return 0;
-    return static_cast<unsigned>(number);
-}
-
 unsigned EnvironmentCodePage()
 {
-    const unsigned wanted = ParseCodePage(std::getenv("TESSEL_CODEPAGE"));
+    const unsigned wanted = Platform::CodePageSetting::FromEnvironment();
     if (wanted == 0)
         return kDefaultAnsiCodePage;
     auto& registry = CodePageRegistry::Instance();
@@ -289,8 +284,9 @@ int MultiByteToWide(unsigned codePage, const char* bytes, int byteCount, WChar* 
             return static_cast<int>(size);
         }
         Sink<WChar> sink(out, outCapacity);
-        ConvertWithIconv(entry.toWide, bytes, size, sink, [&sink](const char*, std::size_t) {
-            sink.Put(kReplacementUnit);
+        const WChar malformed = MalformedSequenceUnit(Resolve(codePage));
+        ConvertWithIconv(entry.toWide, bytes, size, sink, [&sink, malformed](const char*, std::size_t) {
+            sink.Put(malformed);
             return std::size_t{1};
         });
         return sink.Result();
@@ -320,7 +316,13 @@ int WideToMultiByte(unsigned codePage, const WChar* text, int count, char* out, 
         }
         Sink<char> sink(out, outCapacity);
         const char* input = reinterpret_cast<const char*>(text);
+        const bool utf8 = Resolve(codePage) == kUtf8CodePage;
         ConvertWithIconv(entry.fromWide, input, units * sizeof(WChar), sink, [&](const char* at, std::size_t left) {
+            // UTF-8 holds every character; only a lone surrogate fails, and becomes U+FFFD.
+            if (utf8) {
+                sink.Put(kUtf8ReplacementCharacter, sizeof kUtf8ReplacementCharacter);
+                return sizeof(WChar);
+            }
             sink.Put(replacement);
             if (usedDefault)
                 *usedDefault = true;

@@ -43,13 +43,14 @@ bool CloseFile(FileHandle file);
 
 // The system's error number (errno; GetLastError on Windows) of the most recent failed call
 // above on this thread, for callers that want to name the cause. Injected faults report EIO
-// for open and read failures and ENOSPC for write failures.
+// (ERROR_IO_DEVICE) for open and read failures and ENOSPC (ERROR_DISK_FULL) for write
+// failures.
 int LastError();
 
-// Code page 0 stands for the system's ANSI code page. On Linux that is a setting:
-// Windows-1252 unless the environment variable TESSEL_CODEPAGE names another
-// (e.g. 1250), or SetAnsiCodePage changed it. SetAnsiCodePage(0) goes back to the
-// environment's choice.
+// Code page 0 stands for the system's ANSI code page: on Windows CP_ACP, on Linux
+// Windows-1252. The environment variable TESSEL_CODEPAGE ("1250", "cp1250") or
+// SetAnsiCodePage chooses another on both; SetAnsiCodePage(0) goes back to the environment's
+// choice.
 unsigned AnsiCodePage();
 void SetAnsiCodePage(unsigned codePage);
 
@@ -58,14 +59,17 @@ void SetAnsiCodePage(unsigned codePage);
 // (unknown code page, byteCount 0, output too small). With outCapacity 0 nothing is written
 // and the number of units needed is returned. Bytes that Windows maps in a single-byte code
 // page convert as Windows converts them (0x81 in 1252 becomes U+0081); a malformed sequence
-// of a multi-byte code page becomes U+FFFD.
+// of a multi-byte code page becomes the code page's Unicode default character (U+FFFD in
+// UTF-8, U+30FB in 932, '?' in the other East Asian code pages).
 int MultiByteToWide(unsigned codePage, const char* bytes, int byteCount, WChar* out, int outCapacity);
 
 // WideCharToMultiByte: converts count units (-1: up to and including the NUL) into at most
 // outCapacity bytes; characters the code page cannot hold (a surrogate pair counts as one,
 // a lone surrogate too) become the first byte of defaultChar (the code page's own default,
-// '?', when null or empty) and set *usedDefault when it is given. Returns the number of
-// bytes written, 0 on failure. With outCapacity 0 the number of bytes needed is returned.
+// '?', when null or empty) and set *usedDefault when it is given. Never a look-alike
+// character instead (no "best fit"). In UTF-8 a lone surrogate becomes U+FFFD and
+// usedDefault is left alone. Returns the number of bytes written, 0 on failure. With
+// outCapacity 0 the number of bytes needed is returned.
 int WideToMultiByte(unsigned codePage, const WChar* text, int count, char* out, int outCapacity,
                     const char* defaultChar, bool* usedDefault);
 

@@ -106,10 +106,10 @@ TESSEL_READS_PAST_END inline std::size_t FindLineFeedOrNul(const WChar* text)
 #ifdef TESSEL_HAS_SSE2
     if (reinterpret_cast<std::uintptr_t>(at) % sizeof(WChar) == 0) {
         for (; reinterpret_cast<std::uintptr_t>(at) % 16 != 0; ++at) {
-            if (*at == u'\n' || *at == 0)
+            if (*at == WTEXT('\n') || *at == 0)
                 return static_cast<std::size_t>(at - text);
         }
-        const __m128i lineFeed = _mm_set1_epi16(u'\n');
+        const __m128i lineFeed = _mm_set1_epi16(WTEXT('\n'));
         const __m128i zero = _mm_setzero_si128();
         for (;; at += 8) {
             const __m128i units = _mm_load_si128(reinterpret_cast<const __m128i*>(at));
@@ -118,7 +118,7 @@ TESSEL_READS_PAST_END inline std::size_t FindLineFeedOrNul(const WChar* text)
         }
     }
 #endif
-    while (*at != u'\n' && *at != 0)
+    while (*at != WTEXT('\n') && *at != 0)
         ++at;
     return static_cast<std::size_t>(at - text);
 }

@@ -44,34 +44,34 @@ constexpr int kDuplicateCommand = 1; // addCommand: the group already has that g
 constexpr int kGroupNotFound = 2;    // removeGroup: no command of that group is registered
 
 // Every text given to acedAlert, in order.
-VELTOGIS_API const std::vector<WString>& RecordedAlerts();
+VELTOGIS_CAD_API const std::vector<WString>& RecordedAlerts();
 // Every prompt acedGetKword showed (or would have shown), in order.
-VELTOGIS_API const std::vector<WString>& RecordedPrompts();
-VELTOGIS_API const std::vector<DocumentCall>& DocumentManagerCalls();
-VELTOGIS_API const std::vector<LinkerCall>& LinkerCalls();
-VELTOGIS_API const std::vector<CommandStackCall>& CommandStackCalls();
-VELTOGIS_API int ClassHierarchyBuildCount();
-VELTOGIS_API int ClassBranchDeleteCount();
+VELTOGIS_CAD_API const std::vector<WString>& RecordedPrompts();
+VELTOGIS_CAD_API const std::vector<DocumentCall>& DocumentManagerCalls();
+VELTOGIS_CAD_API const std::vector<LinkerCall>& LinkerCalls();
+VELTOGIS_CAD_API const std::vector<CommandStackCall>& CommandStackCalls();
+VELTOGIS_CAD_API int ClassHierarchyBuildCount();
+VELTOGIS_CAD_API int ClassBranchDeleteCount();
 // Forgets the recordings above and any queued keyword answers. Registered commands,
 // scripting functions and settings stay.
-VELTOGIS_API void ClearRecordings();
+VELTOGIS_CAD_API void ClearRecordings();
 
 // The scripting functions defined now (acedDefun less acedUndef), in definition order.
-VELTOGIS_API const std::vector<FunctionDefinition>& DefinedFunctions();
+VELTOGIS_CAD_API const std::vector<FunctionDefinition>& DefinedFunctions();
 // Calls a scripting function the way the CAD application does: from now on acedGetFunCode
 // returns functionCode; a function registered for the code with acedRegFunc is called and
 // its result returned. Without one, RTERROR: the application would be sent kInvkSubrMsg,
 // which is the caller's to send.
-VELTOGIS_API int InvokeFunction(int functionCode);
+VELTOGIS_CAD_API int InvokeFunction(int functionCode);
 
 // Answers that acedGetKword takes, one per call, before anybody is asked on the terminal.
-VELTOGIS_API void QueueKeywordAnswers(const std::vector<WString>& answers);
+VELTOGIS_CAD_API void QueueKeywordAnswers(const std::vector<WString>& answers);
 // Lets acedGetKword ask on the terminal when no queued answer is left and standard input is
 // a terminal. Off by default, so that tests never wait for a person; without an answer the
 // prompt is cancelled (RTCAN).
-VELTOGIS_API void AllowTerminalPrompts(bool allow);
+VELTOGIS_CAD_API void AllowTerminalPrompts(bool allow);
 
 // Folders that acedFindFile searches, in order, after the path as given.
-VELTOGIS_API void SetSupportPath(const std::vector<std::string>& folders);
+VELTOGIS_CAD_API void SetSupportPath(const std::vector<std::string>& folders);
 
 } // namespace CadShim

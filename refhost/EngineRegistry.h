@@ -13,16 +13,16 @@
 namespace refhost {
 
 // The engine registered last under the id, or an empty pointer.
-VELTOGIS_API boost::shared_ptr<VeltoGis::ImportExport::IImportEngine> FindImporter(const WString& id);
-VELTOGIS_API boost::shared_ptr<VeltoGis::ImportExport::IExportEngine> FindExporter(const WString& id);
-VELTOGIS_API const std::vector<boost::shared_ptr<VeltoGis::ImportExport::IImportEngine>>& Importers();
-VELTOGIS_API const std::vector<boost::shared_ptr<VeltoGis::ImportExport::IExportEngine>>& Exporters();
+VELTOGIS_IMPEX_API boost::shared_ptr<VeltoGis::ImportExport::IImportEngine> FindImporter(const WString& id);
+VELTOGIS_IMPEX_API boost::shared_ptr<VeltoGis::ImportExport::IExportEngine> FindExporter(const WString& id);
+VELTOGIS_IMPEX_API const std::vector<boost::shared_ptr<VeltoGis::ImportExport::IImportEngine>>& Importers();
+VELTOGIS_IMPEX_API const std::vector<boost::shared_ptr<VeltoGis::ImportExport::IExportEngine>>& Exporters();
 // How often CreateUserData was asked for the job.
-VELTOGIS_API int UserDataCount(const VeltoGis::ImportExport::CImportDefinition* definition);
+VELTOGIS_IMPEX_API int UserDataCount(const VeltoGis::ImportExport::CImportDefinition* definition);
 // "import:ID" or "export:ID" per registered engine ("import:" alone for an empty engine),
 // oldest first.
-VELTOGIS_API const std::vector<WString>& EngineRegistrations();
+VELTOGIS_IMPEX_API const std::vector<WString>& EngineRegistrations();
 // Forgets every engine, registration and job.
-VELTOGIS_API void ClearEngines();
+VELTOGIS_IMPEX_API void ClearEngines();
 
 } // namespace refhost

@@ -20,18 +20,18 @@ struct ProgressCall {
 
 // Recording is off until started; while it is off nothing accumulates. Starting forgets
 // what an earlier recording kept.
-VELTOGIS_API void StartProgressRecording();
-VELTOGIS_API void StopProgressRecording();
-VELTOGIS_API const std::vector<ProgressCall>& RecordedProgressCalls();
+VELTOGIS_CORE_API void StartProgressRecording();
+VELTOGIS_CORE_API void StopProgressRecording();
+VELTOGIS_CORE_API const std::vector<ProgressCall>& RecordedProgressCalls();
 
-VELTOGIS_API bool ProgressBarShown();
-VELTOGIS_API int ProgressBarPosition();
+VELTOGIS_CORE_API bool ProgressBarShown();
+VELTOGIS_CORE_API int ProgressBarPosition();
 // The upper bound of the last Show, which RestoreState leaves alone: how many steps the last
 // run announced (for an import, the lines of its file).
-VELTOGIS_API int LastShownProgressUpper();
+VELTOGIS_CORE_API int LastShownProgressUpper();
 
 // Draws the bar on stderr when it is a terminal (the host application enables it unless told
 // to be quiet).
-VELTOGIS_API void EnableProgressDrawing(bool enable);
+VELTOGIS_CORE_API void EnableProgressDrawing(bool enable);
 
 } // namespace refhost

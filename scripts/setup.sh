@@ -14,6 +14,17 @@ packages=(
   xvfb xauth fonts-liberation2       # the dialogs' tests, in real windows on a virtual display
 )
 
+# scripts/setup.sh windows: also the cross compiler, Wine and GoogleTest's source for the
+# windows preset.
+if [ "${1:-}" = windows ]; then
+  packages+=(
+    g++-mingw-w64-x86-64-posix         # the posix-thread variant: std::mutex
+    wine wine64                        # runs the Windows tests
+    googletest                         # GoogleTest's source, built with the cross compiler
+    locales                            # the Polish locale that sets Wine's ANSI code page to 1250
+  )
+fi
+
 missing=()
 for package in "${packages[@]}"; do
   if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then

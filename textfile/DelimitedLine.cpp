@@ -116,7 +116,7 @@ std::size_t ReplaceSingleCharacters(WString& line, const DelimiterList& delimite
 {
     WChar* const text = &line[0];
     MarkAll(text, line.size(), delimiters, marks);
-    const bool collapseRuns = delimiters.size() == 1 && delimiters[0][0] != u'\t';
+    const bool collapseRuns = delimiters.size() == 1 && delimiters[0][0] != WTEXT('\t');
     return ReplaceMarked(text, line.size(), collapseRuns, marks);
 }
 
@@ -155,7 +155,7 @@ void CollapseSeparatorRuns(WString& line)
 void ReplaceInOrder(WString& line, const DelimiterList& delimiters)
 {
     static const WString separator(1, kFieldSeparator);
-    static const WString tab(1, u'\t');
+    static const WString tab(1, WTEXT('\t'));
     for (const WString& delimiter : delimiters)
         if (!delimiter.empty() && delimiter != separator)
             while (ReplaceAll(line, delimiter) > 0) {
@@ -167,9 +167,9 @@ void ReplaceInOrder(WString& line, const DelimiterList& delimiters)
 // Steps 3 to 5: the length that is left of text[0, length) after trimming its end.
 std::size_t TrimmedLength(const WChar* text, std::size_t length, const DelimiterList& delimiters)
 {
-    while (length > 0 && text[length - 1] == u'\n')
+    while (length > 0 && text[length - 1] == WTEXT('\n'))
         --length;
-    while (length > 0 && text[length - 1] == u'\r')
+    while (length > 0 && text[length - 1] == WTEXT('\r'))
         --length;
     if (length > 0 && text[length - 1] == kFieldSeparator)
         --length;

@@ -14,8 +14,8 @@
 
 namespace {
 
-const WChar kLineFeedText[] = {u'\n', 0};
-const WChar kLineEnd[] = {u'\r', u'\n'};
+const WChar kLineFeedText[] = {WTEXT('\n'), 0};
+const WChar kLineEnd[] = {WTEXT('\r'), WTEXT('\n')};
 
 template <class Object>
 std::unique_ptr<Object> KeepIfUsable(Object* object)
@@ -232,7 +232,7 @@ int TextFile::WriteChar(bool* usedDefault, std::uint32_t character)
     const int result = BeforeWriting(usedDefault);
     if (result != TextFileResult::Ok)
         return result;
-    if (character == u'\n')
+    if (character == WTEXT('\n'))
         return WriteString(usedDefault, kLineFeedText);
     return writer_->WriteChar(character, codePage_, DefaultChar(), usedDefault);
 }

@@ -25,7 +25,7 @@ WString FromAnsiBytes(const std::string& bytes)
 {
     if (bytes.empty())
         return WString();
-    WString text(bytes.size() + 2, u'\0');
+    WString text(bytes.size() + 2, WTEXT('\0'));
     const int written = Platform::MultiByteToWide(kAnsiCodePage, bytes.data(), static_cast<int>(bytes.size()),
                                                   &text[0], static_cast<int>(text.size()));
     text.resize(written > 0 ? static_cast<std::size_t>(written) : 0);
@@ -36,26 +36,26 @@ const char kHexDigits[] = "0123456789ABCDEF";
 
 void AppendGroup(WString& out, unsigned byte)
 {
-    out += u'=';
+    out += WTEXT('=');
     out += static_cast<WChar>(kHexDigits[(byte >> 4) & 0xF]);
     out += static_cast<WChar>(kHexDigits[byte & 0xF]);
 }
 
 int HexValue(WChar c)
 {
-    if (c >= u'0' && c <= u'9')
-        return c - u'0';
-    if (c >= u'A' && c <= u'F')
-        return c - u'A' + 10;
-    if (c >= u'a' && c <= u'f')
-        return c - u'a' + 10;
+    if (c >= WTEXT('0') && c <= WTEXT('9'))
+        return c - WTEXT('0');
+    if (c >= WTEXT('A') && c <= WTEXT('F'))
+        return c - WTEXT('A') + 10;
+    if (c >= WTEXT('a') && c <= WTEXT('f'))
+        return c - WTEXT('a') + 10;
     return -1;
 }
 
 // The value of the "=XX" group at text[at], or -1 when it is not one.
 int GroupValue(const WString& text, std::size_t at)
 {
-    if (at + 2 >= text.size() || text[at] != u'=')
+    if (at + 2 >= text.size() || text[at] != WTEXT('='))
         return -1;
     const int high = HexValue(text[at + 1]);
     const int low = HexValue(text[at + 2]);
@@ -107,7 +107,7 @@ std::string DecodeGroups(const WString& text)
     bytes.reserve(text.size());
     std::size_t at = 0;
     while (at < text.size()) {
-        if (text[at] != u'=') {
+        if (text[at] != WTEXT('=')) {
             bytes += static_cast<char>(text[at] & 0xFF);
             ++at;
             continue;

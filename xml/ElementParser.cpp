@@ -30,7 +30,7 @@ void ElementParser::Parse(int parseRoot)
     if (!open_.IsEmpty()) {
         const OpenElement& innermost = open_.Top();
         if (WantsError())
-            error_ = FormatWide(u"Element '%s' at offset %d not ended",
+            error_ = FormatWide(WTEXT("Element '%s' at offset %d not ended"),
                                 {TextAt(innermost.nameStart, innermost.nameLength), innermost.tagStart});
         CloseNotEnded(0);
     }
@@ -60,14 +60,14 @@ void ElementParser::EndElement(const XmlNode& tag)
     if (depth < 0) {
         MarkIllFormed();
         if (WantsError())
-            error_ = FormatWide(u"No start tag for end tag '%s' at offset %d",
+            error_ = FormatWide(WTEXT("No start tag for end tag '%s' at offset %d"),
                                 {TextAt(tag.nameStart, tag.nameLength), tag.start});
         return;
     }
     if (depth < open_.Size() - 1) {
         const OpenElement& innermost = open_.Top();
         if (WantsError())
-            error_ = FormatWide(u"End tag '%s' at offset %d does not match start tag '%s' at offset %d",
+            error_ = FormatWide(WTEXT("End tag '%s' at offset %d does not match start tag '%s' at offset %d"),
                                 {TextAt(tag.nameStart, tag.nameLength), tag.start,
                                  TextAt(innermost.nameStart, innermost.nameLength), innermost.tagStart});
         CloseNotEnded(depth + 1);

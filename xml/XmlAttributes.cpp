@@ -6,10 +6,10 @@ namespace {
 
 bool EndsAttributeName(WChar c)
 {
-    return c == u'=' || c == u'>' || c == u'/' || c == u'?' || IsXmlWhitespace(c);
+    return c == WTEXT('=') || c == WTEXT('>') || c == WTEXT('/') || c == WTEXT('?') || IsXmlWhitespace(c);
 }
 
-bool IsQuote(WChar c) { return c == u'"' || c == u'\''; }
+bool IsQuote(WChar c) { return c == WTEXT('"') || c == WTEXT('\''); }
 
 int SkipWhitespace(const WChar* text, int length, int at)
 {
@@ -36,7 +36,7 @@ int ReadValue(const WChar* text, int length, int at, TextRange* value)
     if (at < length && IsQuote(text[at]))
         return ReadQuoted(text, length, at, value);
     int end = at;
-    while (end < length && !IsXmlWhitespace(text[end]) && text[end] != u'>')
+    while (end < length && !IsXmlWhitespace(text[end]) && text[end] != WTEXT('>'))
         ++end;
     value->start = at;
     value->length = end - at;
@@ -53,7 +53,7 @@ bool FindAttribute(const WChar* text, int length, int tagStart, const WChar* wan
     int at = nameStart + nameLength;
     for (;;) {
         at = SkipWhitespace(text, length, at);
-        if (at >= length || text[at] == u'>' || text[at] == u'/' || text[at] == u'?')
+        if (at >= length || text[at] == WTEXT('>') || text[at] == WTEXT('/') || text[at] == WTEXT('?'))
             return false;
         TextRange name;
         bool nameIsWord = false;
@@ -68,7 +68,7 @@ bool FindAttribute(const WChar* text, int length, int tagStart, const WChar* wan
         }
         at = SkipWhitespace(text, length, at);
         TextRange attributeValue{at, 0};
-        if (at < length && text[at] == u'=')
+        if (at < length && text[at] == WTEXT('='))
             at = ReadValue(text, length, SkipWhitespace(text, length, at + 1), &attributeValue);
         if (nameIsWord && NameMatches(text + name.start, name.length, wanted, wantedLength)) {
             *value = attributeValue;

@@ -35,11 +35,11 @@ bool XmlDocument::SetText(const WString& text)
     document.length = length;
     const int root = document.firstChild;
     if (length == 0)
-        error_ = u"Empty document";
+        error_ = WTEXT("Empty document");
     else if (root == 0)
-        error_ = u"No root element";
+        error_ = WTEXT("No root element");
     else if (elements_[root].nextSibling != 0)
-        error_ = u"Root element has sibling";
+        error_ = WTEXT("Root element has sibling");
     return root != 0 && elements_[root].nextSibling == 0 && !(document.flags & kDocumentIllFormed);
 }
 

@@ -10,7 +10,8 @@ struct NamedReference {
 
 // Compared in this order.
 const NamedReference kNamedReferences[] = {
-    {u"lt;", 3, u'<'}, {u"amp;", 4, u'&'}, {u"gt;", 3, u'>'}, {u"apos;", 5, u'\''}, {u"quot;", 5, u'"'},
+    {WTEXT("lt;"), 3, WTEXT('<')},     {WTEXT("amp;"), 4, WTEXT('&')},   {WTEXT("gt;"), 3, WTEXT('>')},
+    {WTEXT("apos;"), 5, WTEXT('\'')}, {WTEXT("quot;"), 5, WTEXT('"')},
 };
 
 constexpr std::size_t kMaxReferenceDigits = 7;
@@ -18,12 +19,12 @@ constexpr std::size_t kMaxReferenceDigits = 7;
 int DigitValue(WChar c, int base)
 {
     int value = -1;
-    if (c >= u'0' && c <= u'9')
-        value = c - u'0';
-    else if (c >= u'a' && c <= u'f')
-        value = c - u'a' + 10;
-    else if (c >= u'A' && c <= u'F')
-        value = c - u'A' + 10;
+    if (c >= WTEXT('0') && c <= WTEXT('9'))
+        value = c - WTEXT('0');
+    else if (c >= WTEXT('a') && c <= WTEXT('f'))
+        value = c - WTEXT('a') + 10;
+    else if (c >= WTEXT('A') && c <= WTEXT('F'))
+        value = c - WTEXT('A') + 10;
     return value < base ? value : -1;
 }
 
@@ -32,7 +33,7 @@ int DigitValue(WChar c, int base)
 long ReferenceValue(const WChar* digits, std::size_t count)
 {
     int base = 10;
-    if (count > 0 && digits[0] == u'x') {
+    if (count > 0 && digits[0] == WTEXT('x')) {
         base = 16;
         ++digits;
         --count;
@@ -53,11 +54,11 @@ long ReferenceValue(const WChar* digits, std::size_t count)
 // length, or 0 when there is none.
 std::size_t DecodeCharacterReference(const WChar* text, std::size_t length, std::size_t at, WString& out)
 {
-    if (at + 1 >= length || text[at + 1] != u'#')
+    if (at + 1 >= length || text[at + 1] != WTEXT('#'))
         return 0;
     const std::size_t digits = at + 2;
     for (std::size_t end = digits; end < length && end <= digits + kMaxReferenceDigits; ++end) {
-        if (text[end] != u';')
+        if (text[end] != WTEXT(';'))
             continue;
         const long value = ReferenceValue(text + digits, end - digits);
         if (value <= 0 || value > 0x10FFFF)
@@ -86,17 +87,17 @@ std::size_t DecodeNamedReference(const WChar* text, std::size_t length, std::siz
     return 0;
 }
 
-bool IsAsciiLetter(WChar c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
+bool IsAsciiLetter(WChar c) { return (c >= WTEXT('a') && c <= WTEXT('z')) || (c >= WTEXT('A') && c <= WTEXT('Z')); }
 
 bool StartsReferenceName(WChar c)
 {
-    return IsAsciiLetter(c) || c == u'#' || c == u'_' || c == u':' || c >= 0x80;
+    return IsAsciiLetter(c) || c == WTEXT('#') || c == WTEXT('_') || c == WTEXT(':') || c >= 0x80;
 }
 
 bool ContinuesReferenceName(WChar c)
 {
-    return IsAsciiLetter(c) || (c >= u'0' && c <= u'9') || c == u'_' || c == u':' || c == u'-' ||
-           c == u'.' || c >= 0x80;
+    return IsAsciiLetter(c) || (c >= WTEXT('0') && c <= WTEXT('9')) || c == WTEXT('_') || c == WTEXT(':') || c == WTEXT('-') ||
+           c == WTEXT('.') || c >= 0x80;
 }
 
 bool BeginsReference(const WString& text, std::size_t ampersand)
@@ -107,17 +108,17 @@ bool BeginsReference(const WString& text, std::size_t ampersand)
     ++at;
     while (at < text.size() && ContinuesReferenceName(text[at]))
         ++at;
-    return at < text.size() && text[at] == u';';
+    return at < text.size() && text[at] == WTEXT(';');
 }
 
 const WChar* EntityFor(WChar c)
 {
     switch (c) {
-    case u'<': return u"&lt;";
-    case u'&': return u"&amp;";
-    case u'>': return u"&gt;";
-    case u'\'': return u"&apos;";
-    case u'"': return u"&quot;";
+    case WTEXT('<'): return WTEXT("&lt;");
+    case WTEXT('&'): return WTEXT("&amp;");
+    case WTEXT('>'): return WTEXT("&gt;");
+    case WTEXT('\''): return WTEXT("&apos;");
+    case WTEXT('"'): return WTEXT("&quot;");
     default: return nullptr;
     }
 }
@@ -126,12 +127,12 @@ const WChar* EntityFor(WChar c)
 
 WString XmlUnescape(const WChar* text, std::size_t length)
 {
-    if (!WString::traits_type::find(text, length, u'&'))
+    if (!WString::traits_type::find(text, length, WTEXT('&')))
         return WString(text, length);
     WString out;
     out.reserve(length);
     for (std::size_t at = 0; at < length; ++at) {
-        if (text[at] != u'&') {
+        if (text[at] != WTEXT('&')) {
             out += text[at];
             continue;
         }
@@ -139,7 +140,7 @@ WString XmlUnescape(const WChar* text, std::size_t length)
         if (used == 0)
             used = DecodeNamedReference(text, length, at, out);
         if (used == 0)
-            out += u'&';
+            out += WTEXT('&');
         else
             at += used - 1;
     }
@@ -155,7 +156,7 @@ WString XmlEscape(const WString& text)
             out.reserve(out.capacity() * 2);
         const WChar c = text[at];
         const WChar* entity = EntityFor(c);
-        if (!entity || (c == u'&' && BeginsReference(text, at)))
+        if (!entity || (c == WTEXT('&') && BeginsReference(text, at)))
             out += c;
         else
             out += entity;

@@ -5,7 +5,8 @@ namespace {
 bool EndsElementName(WChar c)
 {
     switch (c) {
-    case u'<': case u'>': case u'=': case u'\\': case u'/': case u'?': case u'!':
+    case WTEXT('<'): case WTEXT('>'): case WTEXT('='): case WTEXT('\\'):
+    case WTEXT('/'): case WTEXT('?'): case WTEXT('!'):
         return true;
     default:
         return IsXmlWhitespace(c);

@@ -7,13 +7,13 @@
 // Space, tab, line feed and carriage return: the only whitespace the reader knows.
 inline bool IsXmlWhitespace(WChar c)
 {
-    return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r';
+    return c == WTEXT(' ') || c == WTEXT('\t') || c == WTEXT('\n') || c == WTEXT('\r');
 }
 
 // The characters that may follow a name inside a wanted name: "col[2]" and "col/x" name "col".
 inline bool ContinuesWantedName(WChar c)
 {
-    return c == u' ' || c == u'=' || c == u'/' || c == u'[' || c == u']';
+    return c == WTEXT(' ') || c == WTEXT('=') || c == WTEXT('/') || c == WTEXT('[') || c == WTEXT(']');
 }
 
 // Length of the element name of the tag whose '<' stands at tagStart: whitespace after

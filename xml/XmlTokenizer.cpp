@@ -5,34 +5,34 @@
 
 namespace {
 
-const WChar kIncorrectFormat[] = u"Incorrect %s at offset %d";
-const WChar kUnterminatedFormat[] = u"%s at offset %d unterminated";
+const WChar kIncorrectFormat[] = WTEXT("Incorrect %s at offset %d");
+const WChar kUnterminatedFormat[] = WTEXT("%s at offset %d unterminated");
 
 // A start tag begins with A-Z, anything from 'a' up (all non-ASCII included), '_' or ':'.
 bool StartsElementName(WChar c)
 {
-    return (c >= u'A' && c <= u'Z') || c >= u'a' || c == u'_' || c == u':';
+    return (c >= WTEXT('A') && c <= WTEXT('Z')) || c >= WTEXT('a') || c == WTEXT('_') || c == WTEXT(':');
 }
 
 bool EndsTagName(WChar c)
 {
-    return IsXmlWhitespace(c) || c == u'/' || c == u'>';
+    return IsXmlWhitespace(c) || c == WTEXT('/') || c == WTEXT('>');
 }
 
 const WChar* UnterminatedLabel(int type)
 {
     switch (type) {
-    case kNodeDeclaration: return u"Doctype";
-    case kNodeStartTag: return u"Element tag";
-    case kNodeEndTag: return u"Element end tag";
-    case kNodeCData: return u"CDATA Section";
-    case kNodeProcessingInstruction: return u"Processing instruction";
-    case kNodeComment: return u"Comment";
-    default: return u"tag";
+    case kNodeDeclaration: return WTEXT("Doctype");
+    case kNodeStartTag: return WTEXT("Element tag");
+    case kNodeEndTag: return WTEXT("Element end tag");
+    case kNodeCData: return WTEXT("CDATA Section");
+    case kNodeProcessingInstruction: return WTEXT("Processing instruction");
+    case kNodeComment: return WTEXT("Comment");
+    default: return WTEXT("tag");
     }
 }
 
-bool IsQuote(WChar c) { return c == u'"' || c == u'\''; }
+bool IsQuote(WChar c) { return c == WTEXT('"') || c == WTEXT('\''); }
 
 // A node from its first character to just past its last.
 XmlNode Node(int type, int start, int end)
@@ -50,14 +50,14 @@ XmlNode XmlTokenizer::ReadNode(int offset) const
 {
     if (offset >= length_)
         return Node(kNodeEndOfDocument, length_, length_);
-    return text_[offset] == u'<' ? ReadMarkup(offset) : ReadText(offset);
+    return text_[offset] == WTEXT('<') ? ReadMarkup(offset) : ReadText(offset);
 }
 
 XmlNode XmlTokenizer::ReadText(int offset) const
 {
     XmlNode node = Node(kNodeWhitespace, offset, offset);
     int at = offset;
-    for (; at < length_ && text_[at] != u'<'; ++at)
+    for (; at < length_ && text_[at] != WTEXT('<'); ++at)
         if (!IsXmlWhitespace(text_[at]))
             node.type = kNodeText;
     node.length = at - offset;
@@ -72,10 +72,10 @@ XmlNode XmlTokenizer::ReadMarkup(int offset) const
     if (StartsElementName(c))
         return ReadStartTag(offset);
     switch (c) {
-    case u'/': return ReadEndTag(offset);
-    case u'?': return ReadUntil(offset, offset + 2, u"?>", kNodeProcessingInstruction);
-    case u'!': return ReadDeclaration(offset);
-    default: return Incorrect(offset, u"tag name character");
+    case WTEXT('/'): return ReadEndTag(offset);
+    case WTEXT('?'): return ReadUntil(offset, offset + 2, WTEXT("?>"), kNodeProcessingInstruction);
+    case WTEXT('!'): return ReadDeclaration(offset);
+    default: return Incorrect(offset, WTEXT("tag name character"));
     }
 }
 
@@ -92,7 +92,7 @@ XmlNode XmlTokenizer::ReadStartTag(int offset) const
     // "/>" makes an empty element only after whitespace, a quote or the name itself:
     // in <a v=1/> the slash belongs to the unquoted value. Deliberate.
     const int slash = node.start + node.length - 2;
-    if (slash > node.nameStart && text_[slash] == u'/') {
+    if (slash > node.nameStart && text_[slash] == WTEXT('/')) {
         const WChar before = text_[slash - 1];
         node.emptyElement = IsXmlWhitespace(before) || IsQuote(before) || slash == nameEnd;
     }
@@ -107,7 +107,7 @@ XmlNode XmlTokenizer::ReadEndTag(int offset) const
     while (at < length_ && !EndsTagName(text_[at]))
         ++at;
     node.nameLength = at - node.nameStart;
-    while (at < length_ && text_[at] != u'>')
+    while (at < length_ && text_[at] != WTEXT('>'))
         ++at;
     if (at >= length_)
         return Unterminated(offset, kNodeEndTag);
@@ -121,24 +121,24 @@ XmlNode XmlTokenizer::ReadDeclaration(int offset) const
     if (at >= length_)
         return Unterminated(offset, kNodeBad);
     switch (text_[at]) {
-    case u'-':
+    case WTEXT('-'):
         if (at + 1 >= length_)
             return Unterminated(offset, kNodeBad);
-        if (text_[at + 1] != u'-')
-            return Incorrect(offset, u"comment tag");
-        return ReadUntil(offset, offset + 4, u"-->", kNodeComment);
-    case u'[':
+        if (text_[at + 1] != WTEXT('-'))
+            return Incorrect(offset, WTEXT("comment tag"));
+        return ReadUntil(offset, offset + 4, WTEXT("-->"), kNodeComment);
+    case WTEXT('['):
         if (at + 1 >= length_)
             return Unterminated(offset, kNodeBad);
-        if (text_[at + 1] != u'C')
-            return Incorrect(offset, u"tag");
-        return ReadUntil(offset, offset + 4, u"]]>", kNodeCData);
-    case u'D':
+        if (text_[at + 1] != WTEXT('C'))
+            return Incorrect(offset, WTEXT("tag"));
+        return ReadUntil(offset, offset + 4, WTEXT("]]>"), kNodeCData);
+    case WTEXT('D'):
         return ReadDoctype(offset);
-    case u'E': case u'A': case u'N':
+    case WTEXT('E'): case WTEXT('A'): case WTEXT('N'):
         return ReadUntilQuotedGreater(offset, kNodeDeclaration);
     default:
-        return Incorrect(offset, u"! tag");
+        return Incorrect(offset, WTEXT("! tag"));
     }
 }
 
@@ -159,27 +159,27 @@ XmlNode XmlTokenizer::ReadDoctype(int offset) const
         if (!inSubset) {
             if (IsQuote(c))
                 quote = c;
-            else if (c == u'[')
+            else if (c == WTEXT('['))
                 inSubset = true;
-            else if (c == u'>')
+            else if (c == WTEXT('>'))
                 return Node(kNodeDeclaration, offset, at + 1);
             continue;
         }
         if (inDeclaration) {
             if (IsQuote(c))
                 quote = c;
-            else if (c == u'>')
+            else if (c == WTEXT('>'))
                 inDeclaration = false;
-        } else if (c == u'<') {
-            if (at + 3 < length_ && text_[at + 1] == u'!' && text_[at + 2] == u'-' && text_[at + 3] == u'-') {
-                const XmlNode comment = ReadUntil(at, at + 4, u"-->", kNodeComment);
+        } else if (c == WTEXT('<')) {
+            if (at + 3 < length_ && text_[at + 1] == WTEXT('!') && text_[at + 2] == WTEXT('-') && text_[at + 3] == WTEXT('-')) {
+                const XmlNode comment = ReadUntil(at, at + 4, WTEXT("-->"), kNodeComment);
                 if (comment.type != kNodeComment)
                     break;
                 at += comment.length - 1;
             } else {
                 inDeclaration = true;
             }
-        } else if (c == u']') {
+        } else if (c == WTEXT(']')) {
             inSubset = false;
         }
     }
@@ -198,7 +198,7 @@ XmlNode XmlTokenizer::ReadUntilQuotedGreater(int offset, int type) const
                 quote = 0;
         } else if (IsQuote(c)) {
             quote = c;
-        } else if (c == u'>') {
+        } else if (c == WTEXT('>')) {
             return Node(type, offset, at + 1);
         }
     }
@@ -211,7 +211,7 @@ XmlNode XmlTokenizer::ReadUntil(int offset, int contentStart, const WChar* endSt
 {
     const int endLength = static_cast<int>(WideLength(endString));
     for (int at = contentStart + endLength - 1; at < length_; ++at) {
-        if (text_[at] != u'>')
+        if (text_[at] != WTEXT('>'))
             continue;
         int k = 0;
         while (k < endLength - 1 && text_[at - (endLength - 1) + k] == endString[k])

@@ -41,7 +41,7 @@ struct Options {
     DelimiterList delimiters;
     PositionList positions;
     bool fixed = false;
-    WString comments = u"#";
+    WString comments = WTEXT("#");
     int repeat = 3;
 };
 
@@ -190,7 +190,7 @@ bool ParseOptions(int argc, char** argv, Options& options)
         const bool hasValue = i + 1 < argc;
         if (arg == "--delimiter" && hasValue) {
             const std::string value = argv[++i];
-            options.delimiters.push_back(value == "\\t" ? WString(1, u'\t') : Widen(value));
+            options.delimiters.push_back(value == "\\t" ? WString(1, WTEXT('\t')) : Widen(value));
         } else if (arg == "--positions" && hasValue) {
             options.fixed = true;
             for (const char* p = argv[++i]; *p;) {
@@ -211,7 +211,7 @@ bool ParseOptions(int argc, char** argv, Options& options)
         }
     }
     if (options.delimiters.empty())
-        options.delimiters.push_back(u" ");
+        options.delimiters.push_back(WTEXT(" "));
     return !options.path.empty();
 }
 

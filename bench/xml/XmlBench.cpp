@@ -34,15 +34,15 @@ double MicrosecondsPerCall(int repetitions, Work work)
 ImportTxtConfiguration MakeConfiguration(int columns)
 {
     ImportTxtConfiguration configuration;
-    configuration.SetTxtFile(u"C:\\Vermessung\\Projekt M\u00fcller & S\u00f6hne\\Punkte \"alt\".txt");
-    configuration.SetDelimiters({u"\t", u";"});
-    configuration.SetComments(u"#*");
+    configuration.SetTxtFile(WTEXT("C:\\Vermessung\\Projekt M\u00fcller & S\u00f6hne\\Punkte \"alt\".txt"));
+    configuration.SetDelimiters({WTEXT("\t"), WTEXT(";")});
+    configuration.SetComments(WTEXT("#*"));
     configuration.SetMode(0);
     configuration.GetPositions() = {12, 25, 40, 55};
     for (int i = 0; i < columns; ++i) {
         auto column = boost::shared_ptr<CColumnData>(new CColumnData);
         column->SetNo(i);
-        column->SetName(u"Spalte_" + IntToWide(i));
+        column->SetName(WTEXT("Spalte_") + IntToWide(i));
         column->SetType(i % 3 == 0 ? kColumnText : kColumnReal);
         column->SetOnOff(1);
         configuration.GetColumns().push_back(column);
@@ -70,12 +70,12 @@ void BenchConfiguration(int columns, int repetitions)
 // About 10 MB of UTF-16 text: nested records with attributes, text and comments.
 WString MakeLargeDocument()
 {
-    WString text = u"<?xml version=\"1.0\"?><survey>";
+    WString text = WTEXT("<?xml version=\"1.0\"?><survey>");
     for (int i = 0; text.size() * sizeof(WChar) < 10u * 1000 * 1000; ++i) {
-        text += u"<point no=\"" + IntToWide(i) + u"\" name=\"P" + IntToWide(i) +
-                u"\" x=\"4512345.678\" y=\"5412345.678\"><code>BM &amp; 12</code><!-- checked --></point>\n";
+        text += WTEXT("<point no=\"") + IntToWide(i) + WTEXT("\" name=\"P") + IntToWide(i) +
+                WTEXT("\" x=\"4512345.678\" y=\"5412345.678\"><code>BM &amp; 12</code><!-- checked --></point>\n");
     }
-    text += u"</survey>";
+    text += WTEXT("</survey>");
     return text;
 }
 

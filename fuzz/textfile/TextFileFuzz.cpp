@@ -65,8 +65,8 @@ std::vector<WString> ReadAll(const WString& path, std::uint32_t flags, int buffe
 
 void Split(const std::vector<WString>& lines)
 {
-    static const DelimiterList delimiterSets[] = {{u" "}, {u",", u";"}, {u"\t"}, {u"::"}, {u"", u"\u00A4"}};
-    const WString markers = CommentMarkersOf(u"#;");
+    static const DelimiterList delimiterSets[] = {{WTEXT(" ")}, {WTEXT(","), WTEXT(";")}, {WTEXT("\t")}, {WTEXT("::")}, {WTEXT(""), WTEXT("\u00A4")}};
+    const WString markers = CommentMarkersOf(WTEXT("#;"));
     PositionList full = {3, 7};
     PositionList limited = full;
     FieldList fields;
@@ -77,7 +77,7 @@ void Split(const std::vector<WString>& lines)
             WString line = original;
             NormalizeDelimitedLine(line, delimiters, fields);
         }
-        SplitByDelimiter(original, fields, u',', 2);
+        SplitByDelimiter(original, fields, WTEXT(','), 2);
         const int count = SplitAtPositions(original, full, fields);
         Check(SplitAtPositions(original, limited, firstFields, 3) == count);
         for (std::size_t i = 0; i < firstFields.size(); ++i)
@@ -92,7 +92,7 @@ void RoundTrip(const std::vector<WString>& lines, const MemoryFile& target)
     Check(writer.Open(target.Path(), TextFileMode::Write, TextEncoding::Utf16LE) == TextFileResult::Ok);
     for (const WString& line : lines) {
         Check(writer.WriteString(nullptr, line) == TextFileResult::Ok);
-        Check(writer.WriteChar(nullptr, u'\n') == TextFileResult::Ok);
+        Check(writer.WriteChar(nullptr, WTEXT('\n')) == TextFileResult::Ok);
     }
     Check(writer.Close() == TextFileResult::Ok);
     // A buffer larger than the file: no fill ends on a carriage return inside a line.

@@ -15,6 +15,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (second.FromXml(first.ToXml()) != 1 || second.GetHeader() != first.GetHeader() ||
         second.GetFormat() != first.GetFormat())
         std::abort();
-    (void)DescribeExportConfiguration(second, u"File", u"Delimiter");
+    (void)DescribeExportConfiguration(second, WTEXT("File"), WTEXT("Delimiter"));
     return 0;
 }

@@ -16,12 +16,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     (void)document.GetError();
     do {
         while (document.FindElement(nullptr))
-            for (const WChar* name : {u"txtFile", u"delimiter", u"no", u"a[1]", u""})
+            for (const WChar* name : {WTEXT("txtFile"), WTEXT("delimiter"), WTEXT("no"), WTEXT("a[1]"), WTEXT("")})
                 (void)DecodeConfigValue(document.GetAttribute(name));
     } while (document.EnterElement());
-    document.FindElement(u"cfg");
+    document.FindElement(WTEXT("cfg"));
 
-    if (text.find(u'&') == WString::npos && XmlUnescape(XmlEscape(text)) != text)
+    if (text.find(WTEXT('&')) == WString::npos && XmlUnescape(XmlEscape(text)) != text)
         std::abort();
     (void)EncodeConfigValue(text);
     return 0;

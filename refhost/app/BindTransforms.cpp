@@ -6,9 +6,13 @@
 #include "refhost/app/AppError.h"
 
 #include <cmath>
-#include <cwctype>
+
+#ifdef _WIN32
+#include "platform/Windows.h"
+#else
 #include <locale.h>
 #include <wctype.h>
+#endif
 
 namespace tessel {
 namespace {
@@ -16,38 +20,43 @@ namespace {
 using VeltoGis::Data::CDataBox;
 using Transform = VeltoGis::ImportExport::CDataBind::Transform;
 
+enum class Case { Upper, Lower };
+
 // Case mapping by Unicode rules, whatever locale the user's environment sets. Code units
 // outside the basic plane (surrogates) stay as they are.
-locale_t UnicodeLocale()
+#ifdef _WIN32
+WChar MapCase(WChar unit, Case to)
+{
+    WChar mapped = unit;
+    const DWORD flags = to == Case::Upper ? LCMAP_UPPERCASE : LCMAP_LOWERCASE;
+    return ::LCMapStringW(LOCALE_INVARIANT, flags, &unit, 1, &mapped, 1) == 1 ? mapped : unit;
+}
+#else
+WChar MapCase(WChar unit, Case to)
 {
     static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
-    return locale;
+    const auto c = static_cast<wint_t>(unit);
+    if (!locale)
+        return static_cast<WChar>(to == Case::Upper ? towupper(c) : towlower(c));
+    return static_cast<WChar>(to == Case::Upper ? towupper_l(c, locale) : towlower_l(c, locale));
 }
+#endif
 
-template <typename Map>
-void MapText(CDataBox& value, Map map)
+void MapText(CDataBox& value, Case to)
 {
     if (refhost::KindOf(value) != CDataBox::Kind::Text)
         return;
     WString text = refhost::TextOf(value);
     for (WChar& unit : text) {
         if (unit < 0xD800 || unit > 0xDFFF)
-            unit = static_cast<WChar>(map(static_cast<wint_t>(unit)));
+            unit = MapCase(unit, to);
     }
     value.SetValue(text.c_str());
 }
 
-void Upper(CDataBox& value)
-{
-    const locale_t locale = UnicodeLocale();
-    MapText(value, [locale](wint_t c) { return locale ? towupper_l(c, locale) : std::towupper(c); });
-}
+void Upper(CDataBox& value) { MapText(value, Case::Upper); }
 
-void Lower(CDataBox& value)
-{
-    const locale_t locale = UnicodeLocale();
-    MapText(value, [locale](wint_t c) { return locale ? towlower_l(c, locale) : std::towlower(c); });
-}
+void Lower(CDataBox& value) { MapText(value, Case::Lower); }
 
 bool IsBlank(WChar c) { return c == ' ' || c == '\t' || c == 0x00A0; }
 

@@ -1,6 +1,7 @@
 #include "refhost/app/CodePageText.h"
 
 #include "platform/Platform.h"
+#include "refhost/Environment.h"
 #include "refhost/app/AppError.h"
 
 #include <cstdlib>
@@ -24,7 +25,7 @@ void SelectModuleCodePage(unsigned codePage)
     }
     // The module loaded later reads the variable; this process's own copy of the platform
     // layer is told directly.
-    setenv("TESSEL_CODEPAGE", std::to_string(codePage).c_str(), 1);
+    refhost::SetEnvironment("TESSEL_CODEPAGE", std::to_string(codePage).c_str());
     Platform::SetAnsiCodePage(codePage);
 }
 

@@ -1,5 +1,6 @@
 #include "refhost/app/ConfigDraft.h"
 
+#include "refhost/FilePath.h"
 #include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
 #include "refhost/app/CodePageText.h"
@@ -127,7 +128,7 @@ WString DecodeConfigurationBytes(const std::string& bytes)
 
 WString ReadConfigurationFile(const std::string& option, const std::string& path)
 {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(refhost::PathFromUtf8(path), std::ios::binary);
     if (!file)
         throw UsageError(option + ": cannot read " + Quoted(path) + ": " + std::strerror(errno));
     const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());

@@ -2,17 +2,18 @@
 #include "host/GisUtility.h"
 #include "refhost/CadShimDialogs.h"
 #include "refhost/CadShimRecording.h"
+#include "refhost/FilePath.h"
 #include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
 #include "refhost/app/CodePageText.h"
 #include "refhost/app/Commands.h"
 #include "refhost/app/ExportJob.h"
+#include "refhost/app/FileDescriptor.h"
 #include "refhost/app/GdalInput.h"
 #include "refhost/app/TemporaryFile.h"
 #include "ui/DialogFactory.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
+#include <unistd.h> // isatty
 
 #include <cerrno>
 #include <chrono>
@@ -23,24 +24,18 @@
 namespace tessel {
 namespace {
 
-bool IsRegularFile(const std::string& path)
-{
-    struct stat status;
-    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-}
+bool IsRegularFile(const std::string& path) { return files::KindOf(path) == files::Kind::Regular; }
 
 void CopyFileContent(const std::string& from, const TemporaryFile& to)
 {
-    std::ifstream source(from, std::ios::binary);
+    std::ifstream source(refhost::PathFromUtf8(from), std::ios::binary);
     char block[1 << 16];
     while (source) {
         source.read(block, sizeof block);
         const char* data = block;
         auto left = static_cast<std::size_t>(source.gcount());
         while (left > 0) {
-            const ssize_t written = write(to.Descriptor(), data, left);
-            if (written < 0 && errno == EINTR)
-                continue;
+            const long written = files::Write(to.Descriptor(), data, left);
             if (written <= 0)
                 ThrowCannotWrite(to.Path(), written < 0 ? errno : ENOSPC);
             data += written;
@@ -88,6 +83,7 @@ std::string PrepareEnginePath(const ExportRequest& request, TemporaryFile& tempo
     const IfExists answer = request.ifExists == IfExists::Ask ? AskTheUser(request.output) : request.ifExists;
     if (answer == IfExists::Append)
         CopyFileContent(request.output, temporary);
+    temporary.CloseKeepFile();
     // The engine's own question about the temporary file takes the answer given here, on
     // the command line rather than in a second dialog.
     CadShim::AllowDialogs(false);

@@ -1,5 +1,6 @@
 #include "refhost/app/ExportInput.h"
 
+#include "refhost/FilePath.h"
 #include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
 #include "refhost/app/RecordWriter.h"
@@ -100,7 +101,7 @@ private:
 
 std::ifstream OpenInput(const std::string& path)
 {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(refhost::PathFromUtf8(path), std::ios::binary);
     if (!file)
         throw UsageError("cannot read '" + path + "': " + std::strerror(errno));
     return file;

@@ -5,10 +5,9 @@
 #include "refhost/Utf8.h"
 #include "refhost/app/AppError.h"
 
-#include <dlfcn.h>
-#include <unistd.h>
+#include "refhost/DynamicLibrary.h"
+#include "refhost/FilePath.h"
 
-#include <climits>
 #include <cstdlib>
 
 namespace tessel {
@@ -20,24 +19,16 @@ using CreateModuleObjectFunction = OdRxModule* (*)(const OdRxModuleRecord*);
 using PluginInfoFunction = VeltoGis::ImportExport::IImpexPluginInfo* (*)();
 
 constexpr int kHostApiMajor = 3;
-constexpr char kModuleFileName[] = "libVeltoXTessel.so";
 
-std::string ProgramFolder()
+bool Exists(const std::string& path)
 {
-    char path[PATH_MAX];
-    const ssize_t length = readlink("/proc/self/exe", path, sizeof path - 1);
-    if (length <= 0)
-        return ".";
-    const std::string program(path, static_cast<std::size_t>(length));
-    const auto slash = program.rfind('/');
-    return slash == std::string::npos ? "." : program.substr(0, slash);
+    std::error_code error;
+    return std::filesystem::exists(refhost::PathFromUtf8(path), error);
 }
 
-bool Exists(const std::string& path) { return access(path.c_str(), F_OK) == 0; }
-
-void* Symbol(void* library, const char* name, const std::string& path)
+void* Symbol(const refhost::DynamicLibrary& library, const char* name, const std::string& path)
 {
-    void* symbol = dlsym(library, name);
+    void* symbol = library.Symbol(name);
     if (!symbol)
         throw JobError("module: " + path + " is not a VeltoXTessel module: it exports no " + name);
     return symbol;
@@ -51,20 +42,19 @@ std::string ResolveModulePath(const std::string& given)
         return given;
     if (const char* environment = std::getenv("TESSEL_MODULE"); environment && *environment)
         return environment;
-    const std::string folder = ProgramFolder();
-    const std::string besideBin = folder + "/../lib/" + kModuleFileName;
+    const std::string folder = refhost::ProgramFolder();
+    const std::string fileName = refhost::ModuleFileName("VeltoXTessel");
+    const std::string besideBin = folder + "/../lib/" + fileName;
     if (Exists(besideBin))
         return besideBin;
-    return folder + "/" + kModuleFileName;
+    return folder + "/" + fileName;
 }
 
 void ModuleHost::Load(const std::string& path)
 {
-    library_ = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!library_) {
-        const char* reason = dlerror();
-        throw JobError("module: cannot load " + path + ": " + (reason ? reason : "unknown reason") +
-                       " (point --module or TESSEL_MODULE at libVeltoXTessel.so)");
+    if (!library_.Load(path)) {
+        throw JobError("module: cannot load " + path + ": " + library_.ErrorText() + " (point --module or TESSEL_MODULE at " +
+                       refhost::ModuleFileName("VeltoXTessel") + ")");
     }
     const auto apiVersion = reinterpret_cast<ApiVersionFunction>(Symbol(library_, "acrxGetApiVersion", path));
     const auto runtimeVersion = reinterpret_cast<ApiVersionFunction>(Symbol(library_, "odrxGetAPIVersion", path));
@@ -84,9 +74,9 @@ void ModuleHost::Load(const std::string& path)
     // The runtime announces the module, then the CAD application starts it; the GIS
     // framework then asks for its plug-in info object and lets it register its engines.
     const WString moduleName = refhost::FromUtf8(path);
-    const OdRxModuleRecord record{moduleName.c_str(), library_};
+    const OdRxModuleRecord record{moduleName.c_str(), library_.Handle()};
     CallEngine([&] { return createModuleObject(&record); });
-    CallEngine([&] { return entryPoint_(AcRx::kInitAppMsg, library_); });
+    CallEngine([&] { return entryPoint_(AcRx::kInitAppMsg, library_.Handle()); });
     VeltoGis::ImportExport::IImpexPluginInfo* info = CallEngine([&] { return pluginInfo(); });
     if (!info)
         throw JobError("module: " + path + " gave no plug-in info object");
@@ -106,14 +96,13 @@ void ModuleHost::Load(const std::string& path)
 // application, so that nothing the framework still holds can point into unmapped code.
 void ModuleHost::Unload()
 {
-    if (!library_)
+    if (!library_.IsLoaded() || !entryPoint_)
         return;
-    if (entryPoint_)
-        entryPoint_(AcRx::kUnloadAppMsg, library_);
+    entryPoint_(AcRx::kUnloadAppMsg, library_.Handle());
     refhost::ClearEngines();
     importer_ = nullptr;
     exporter_ = nullptr;
-    library_ = nullptr;
+    entryPoint_ = nullptr;
 }
 
 ModuleHost::~ModuleHost()

@@ -5,14 +5,15 @@
 // engine manager and driven only through their interfaces.
 
 #include "host/ImpexEngines.h"
+#include "refhost/DynamicLibrary.h"
 
 #include <string>
 
 namespace tessel {
 
 // Where the module is looked for: the path given, else the environment variable
-// TESSEL_MODULE, else libVeltoXTessel.so in the lib folder beside the program's bin folder
-// (the build's layout), else beside the program itself.
+// TESSEL_MODULE, else libVeltoXTessel.so (VeltoXTessel.dll on Windows) in the lib folder
+// beside the program's bin folder (the build's layout), else beside the program itself.
 std::string ResolveModulePath(const std::string& given);
 
 class ModuleHost {
@@ -33,7 +34,7 @@ public:
 private:
     void Unload();
 
-    void* library_ = nullptr;
+    refhost::DynamicLibrary library_;
     int (*entryPoint_)(int, void*) = nullptr;
     VeltoGis::ImportExport::IImportEngine* importer_ = nullptr;
     VeltoGis::ImportExport::IExportEngine* exporter_ = nullptr;

@@ -1,7 +1,6 @@
 #include "refhost/app/OutputFile.h"
 
-#include <fcntl.h>
-#include <unistd.h>
+#include "refhost/app/FileDescriptor.h"
 
 #include <cerrno>
 
@@ -10,15 +9,15 @@ namespace tessel {
 OutputFile::~OutputFile()
 {
     if (ownsDescriptor_)
-        close(descriptor_);
+        files::Close(descriptor_);
 }
 
 void OutputFile::Open()
 {
     if (ToStandardOutput()) {
-        descriptor_ = STDOUT_FILENO;
+        descriptor_ = files::StandardOutput();
     } else if (IsSpecialFile(path_)) {
-        descriptor_ = open(path_.c_str(), O_WRONLY | O_CLOEXEC);
+        descriptor_ = files::OpenForWriting(path_);
         if (descriptor_ < 0)
             ThrowCannotWrite(path_, errno);
         ownsDescriptor_ = true;
@@ -34,9 +33,7 @@ void OutputFile::Flush()
     const char* data = text_.data();
     std::size_t left = text_.size();
     while (left > 0) {
-        const ssize_t written = write(descriptor_, data, left);
-        if (written < 0 && errno == EINTR)
-            continue;
+        const long written = files::Write(descriptor_, data, left);
         if (written <= 0)
             ThrowCannotWrite(ToStandardOutput() ? "standard output" : path_, written < 0 ? errno : ENOSPC);
         data += written;
@@ -49,7 +46,7 @@ void OutputFile::Commit()
 {
     Flush();
     if (ownsDescriptor_) {
-        if (close(descriptor_) != 0)
+        if (!files::Close(descriptor_))
             ThrowCannotWrite(path_, errno);
         ownsDescriptor_ = false;
     } else if (!ToStandardOutput()) {

@@ -2,22 +2,19 @@
 
 #include "refhost/app/AppError.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include "refhost/app/FileDescriptor.h"
 
 #include <cerrno>
-#include <cstdio>
-#include <cstdlib>
+#include <chrono>
 #include <cstring>
-#include <vector>
+#include <random>
 
 namespace tessel {
 namespace {
 
 std::string FolderOf(const std::string& path)
 {
-    const auto slash = path.rfind('/');
+    const auto slash = path.find_last_of("/\\");
     if (slash == std::string::npos)
         return ".";
     return slash == 0 ? "/" : path.substr(0, slash);
@@ -25,15 +22,20 @@ std::string FolderOf(const std::string& path)
 
 std::string NameOf(const std::string& path)
 {
-    const auto slash = path.rfind('/');
+    const auto slash = path.find_last_of("/\\");
     return slash == std::string::npos ? path : path.substr(slash + 1);
 }
 
-mode_t DefaultMode()
+// Six random letters and digits, as mkstemp would choose them.
+std::string RandomSuffix()
 {
-    const mode_t mask = umask(0);
-    umask(mask);
-    return 0666 & ~mask;
+    static std::mt19937_64 random(std::random_device{}() ^
+                                  static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()));
+    static const char kLetters[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+    std::string suffix(6, ' ');
+    for (char& c : suffix)
+        c = kLetters[random() % (sizeof kLetters - 1)];
+    return suffix;
 }
 
 } // namespace
@@ -43,53 +45,59 @@ void ThrowCannotWrite(const std::string& path, int error)
     throw JobError("cannot write '" + path + "': " + std::strerror(error));
 }
 
-bool IsSpecialFile(const std::string& path)
-{
-    struct stat status;
-    return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
-}
+bool IsSpecialFile(const std::string& path) { return files::KindOf(path) == files::Kind::Special; }
 
 TemporaryFile::~TemporaryFile() { Discard(); }
 
 void TemporaryFile::CreateBeside(const std::string& target)
 {
     Discard();
-    struct stat status;
-    const bool exists = stat(target.c_str(), &status) == 0;
-    if (exists && S_ISDIR(status.st_mode))
+    if (files::KindOf(target) == files::Kind::Folder)
         ThrowCannotWrite(target, EISDIR);
-    std::string pattern = FolderOf(target) + "/." + NameOf(target) + ".tessel-XXXXXX";
-    std::vector<char> name(pattern.begin(), pattern.end());
-    name.push_back('\0');
-    const int descriptor = mkstemp(name.data());
+    const unsigned mode = files::ModeOf(target);
+    const std::string stem = FolderOf(target) + "/." + NameOf(target) + ".tessel-";
+    int descriptor = -1;
+    for (int attempt = 0; descriptor < 0 && attempt < 100; ++attempt) {
+        path_ = stem + RandomSuffix();
+        descriptor = files::CreateNew(path_);
+        if (descriptor < 0 && errno != EEXIST)
+            break;
+    }
     if (descriptor < 0)
         ThrowCannotWrite(target, errno);
     descriptor_ = descriptor;
-    path_ = name.data();
     pending_ = true;
-    if (fchmod(descriptor_, exists ? (status.st_mode & 07777) : DefaultMode()) != 0)
+    if (!files::SetMode(descriptor_, mode))
         ThrowCannotWrite(target, errno);
 }
 
 void TemporaryFile::RemoveFileKeepName()
 {
     if (descriptor_ >= 0)
-        close(descriptor_);
+        files::Close(descriptor_);
     descriptor_ = -1;
-    unlink(path_.c_str());
+    files::Remove(path_);
+}
+
+void TemporaryFile::CloseKeepFile()
+{
+    if (descriptor_ >= 0 && !files::Close(descriptor_))
+        ThrowCannotWrite(path_, errno);
+    descriptor_ = -1;
 }
 
 void TemporaryFile::Replace(const std::string& target)
 {
+    // Windows syncs only what may be written.
     if (descriptor_ < 0)
-        descriptor_ = open(path_.c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor_ < 0 || fsync(descriptor_) != 0)
+        descriptor_ = files::OpenForWriting(path_);
+    if (descriptor_ < 0 || !files::Sync(descriptor_))
         ThrowCannotWrite(target, errno);
-    const int closed = close(descriptor_);
+    const bool closed = files::Close(descriptor_);
     descriptor_ = -1;
-    if (closed != 0)
+    if (!closed)
         ThrowCannotWrite(target, errno);
-    if (std::rename(path_.c_str(), target.c_str()) != 0)
+    if (!files::Replace(path_, target))
         ThrowCannotWrite(target, errno);
     pending_ = false;
 }
@@ -97,10 +105,10 @@ void TemporaryFile::Replace(const std::string& target)
 void TemporaryFile::Discard()
 {
     if (descriptor_ >= 0)
-        close(descriptor_);
+        files::Close(descriptor_);
     descriptor_ = -1;
     if (pending_)
-        unlink(path_.c_str());
+        files::Remove(path_);
     pending_ = false;
 }
 

@@ -22,6 +22,9 @@ public:
     // AppError "cannot write 'TARGET': REASON" when the folder does not take it or the
     // target is a folder.
     void CreateBeside(const std::string& target);
+    // Closes the file but keeps it, so that another writer may open it (Windows lets nobody
+    // open a file for writing that this process still has open). Replace reopens it.
+    void CloseKeepFile();
     // Removes the file but keeps its name reserved for someone else to create.
     void RemoveFileKeepName();
 

@@ -2,11 +2,14 @@
 // the GIS framework for the VeltoXTessel module: loads it, runs import and export jobs
 // through its engines, and hands the results to the user.
 
+#include "refhost/Environment.h"
 #include "refhost/app/AppError.h"
 #include "refhost/app/CommandLine.h"
 #include "refhost/app/Commands.h"
 
 #include <iostream>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -29,9 +32,7 @@ void PrintFailure(int argc, char** argv, const std::string& message)
     std::cerr << "tessel" << (command ? std::string(" ") + command : std::string()) << ": " << message << std::endl;
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+int Run(int argc, char** argv)
 {
     try {
         const auto command = tessel::ParseCommandLine(argc, argv, std::cout);
@@ -50,4 +51,17 @@ int main(int argc, char** argv)
         PrintFailure(argc, argv, failure.what());
         return tessel::ExitJobFailed;
     }
+}
+
+} // namespace
+
+int main(int argc, char** systemArguments)
+{
+    refhost::UseBinaryStandardStreams();
+    std::vector<std::string> arguments = refhost::CommandLineArguments(argc, systemArguments);
+    std::vector<char*> argv;
+    for (std::string& argument : arguments)
+        argv.push_back(argument.data());
+    argv.push_back(nullptr);
+    return Run(static_cast<int>(arguments.size()), argv.data());
 }

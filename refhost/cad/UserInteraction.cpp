@@ -1,10 +1,10 @@
 #include "host/CadPlatform.h"
+#include "refhost/FilePath.h"
 #include "refhost/Utf8.h"
 #include "refhost/cad/ShimState.h"
 #include "refhost/dialogs/DialogState.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
+#include <unistd.h> // isatty
 
 #include <cstdio>
 #include <cstdlib>
@@ -15,12 +15,6 @@
 using CadShim::State;
 
 namespace {
-
-bool IsRegularFile(const std::string& path)
-{
-    struct stat status;
-    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-}
 
 // Copies text with its NUL into result when it fits.
 int CopyOut(const WString& text, WChar* result, int resultLength)
@@ -37,7 +31,7 @@ std::vector<WString> SplitKeywords(const WString& keywords)
     std::vector<WString> list;
     std::size_t start = 0;
     while (start < keywords.size()) {
-        const std::size_t blank = keywords.find(u' ', start);
+        const std::size_t blank = keywords.find(WTEXT(' '), start);
         const std::size_t end = blank == WString::npos ? keywords.size() : blank;
         if (end > start)
             list.push_back(keywords.substr(start, end - start));
@@ -78,10 +72,10 @@ WString MatchKeyword(const std::vector<WString>& keywords, const WString& answer
 
 WString Trimmed(const WString& text)
 {
-    const std::size_t first = text.find_first_not_of(u" \t\r\n");
+    const std::size_t first = text.find_first_not_of(WTEXT(" \t\r\n"));
     if (first == WString::npos)
         return WString();
-    return text.substr(first, text.find_last_not_of(u" \t\r\n") - first + 1);
+    return text.substr(first, text.find_last_not_of(WTEXT(" \t\r\n")) - first + 1);
 }
 
 // The next answer: a queued one, else one typed on the terminal when that is allowed.
@@ -121,18 +115,18 @@ int acedFindFile(const WChar* name, WChar* result, int resultLength)
 {
     if (!name || !*name)
         return RTERROR;
-    const std::string given = refhost::ToUtf8(name);
-    std::vector<std::string> candidates{given};
-    if (given.front() != '/') {
+    const std::filesystem::path given = refhost::PathFromWide(name);
+    std::vector<std::filesystem::path> candidates{given};
+    if (!given.has_root_directory()) {
         for (const std::string& folder : State().supportPath)
-            candidates.push_back(folder + "/" + given);
+            candidates.push_back(refhost::PathFromUtf8(folder) / given);
     }
-    for (const std::string& candidate : candidates) {
-        if (!IsRegularFile(candidate))
+    for (const std::filesystem::path& candidate : candidates) {
+        if (!refhost::IsRegularFile(candidate))
             continue;
-        char* full = realpath(candidate.c_str(), nullptr);
-        const WString path = refhost::FromUtf8(full ? full : candidate.c_str());
-        std::free(full);
+        std::error_code error;
+        const std::filesystem::path full = std::filesystem::canonical(candidate, error);
+        const WString path = refhost::FromUtf8(refhost::PathToUtf8(error ? candidate : full));
         return CopyOut(path, result, resultLength);
     }
     return RTERROR;

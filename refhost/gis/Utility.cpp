@@ -1,8 +1,8 @@
 #include "host/GisUtility.h"
+#include "refhost/FilePath.h"
 #include "refhost/Utf8.h"
 
 #include <fast_float/fast_float.h>
-#include <sys/stat.h>
 
 #include <cstdint>
 #include <string>
@@ -118,10 +118,7 @@ int CUtility::FileExists(const WChar* path, int /*flags*/)
 {
     if (!path || !*path)
         return 0;
-    struct stat status;
-    if (stat(refhost::ToUtf8(path).c_str(), &status) != 0)
-        return 0;
-    return S_ISREG(status.st_mode) ? 1 : 0;
+    return refhost::IsRegularFile(refhost::PathFromWide(path)) ? 1 : 0;
 }
 
 int CUtility::GetStringIndex(CStringArray& strings, const WChar* text)

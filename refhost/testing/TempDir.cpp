@@ -1,10 +1,9 @@
 #include "refhost/testing/TempDir.h"
 
+#include "refhost/Environment.h"
+#include "refhost/FilePath.h"
 #include "refhost/Utf8.h"
 
-#include <stdlib.h>
-
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -18,28 +17,29 @@ TempDir::~TempDir()
 {
     if (!path_.empty()) {
         std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
+        std::filesystem::remove_all(PathFromUtf8(path_), ignored);
     }
 }
 
 const std::string& TempDir::Path()
 {
     if (path_.empty()) {
-        const char* base = std::getenv("TMPDIR");
-        std::string pattern = std::string(base && *base ? base : "/tmp") + "/tessel-test-XXXXXX";
-        if (!mkdtemp(&pattern[0]))
-            throw std::runtime_error("cannot create a temporary folder from " + pattern);
-        path_ = pattern;
+        path_ = MakeTempFolder("tessel-test-");
+        if (path_.empty())
+            throw std::runtime_error("cannot create a temporary folder");
     }
     return path_;
 }
 
-WString TempDir::FilePath(const std::string& name) { return FromUtf8(Path() + "/" + name); }
+// With the system's own separator, as the system's file calls report paths.
+std::filesystem::path TempDir::Entry(const std::string& name) { return PathFromUtf8(Path()) / PathFromUtf8(name); }
+
+WString TempDir::FilePath(const std::string& name) { return FromUtf8(PathToUtf8(Entry(name))); }
 
 WString TempDir::WriteFile(const std::string& name, const std::string& bytes)
 {
-    const std::string path = Path() + "/" + name;
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    const std::string path = PathToUtf8(Entry(name));
+    std::ofstream file(Entry(name), std::ios::binary | std::ios::trunc);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     file.close();
     if (!file)
@@ -49,7 +49,7 @@ WString TempDir::WriteFile(const std::string& name, const std::string& bytes)
 
 std::string TempDir::ReadFile(const std::string& name)
 {
-    std::ifstream file(Path() + "/" + name, std::ios::binary);
+    std::ifstream file(Entry(name), std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 

@@ -3,6 +3,7 @@
 
 #include "host/Text.h"
 
+#include <filesystem>
 #include <string>
 
 namespace refhost {
@@ -15,7 +16,7 @@ public:
     TempDir(const TempDir&) = delete;
     TempDir& operator=(const TempDir&) = delete;
 
-    // The folder (created under $TMPDIR, else /tmp, on first use). Throws std::runtime_error
+    // The folder (created under the system's temporary folder on first use). Throws std::runtime_error
     // when it cannot be created.
     const std::string& Path();
     // The path of a file in the folder, in the form the module takes.
@@ -27,6 +28,8 @@ public:
     std::string ReadFile(const std::string& name);
 
 private:
+    std::filesystem::path Entry(const std::string& name);
+
     std::string path_;
 };
 

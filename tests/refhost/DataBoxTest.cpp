@@ -115,7 +115,7 @@ TEST(DataBox, TextSurvivesCopyMoveAndReassignmentAtEveryLength)
         EXPECT_EQ(WString(moved), text);
         EXPECT_FALSE(copy.IsNotNull());
 
-        CDataBox assigned = Text(u"previous text of some length");
+        CDataBox assigned = Text(WTEXT("previous text of some length"));
         assigned = original;
         EXPECT_EQ(WString(assigned), text);
         assigned = Real(2.5);

@@ -10,8 +10,8 @@ TEST(Utf8, RoundTripsEveryPlane)
     const std::string texts[] = {"", "P1 456789.123", "Grüße ¤ €", "日本語", "𝄞 clef", std::string("a\0b", 3)};
     for (const std::string& text : texts)
         EXPECT_EQ(ToUtf8(FromUtf8(text)), text);
-    EXPECT_EQ(FromUtf8("𝄞"), WString(u"\xD834\xDD1E"));
-    EXPECT_EQ(FromUtf8("¤"), WString(u"\x00A4"));
+    EXPECT_EQ(FromUtf8("𝄞"), WString(WTEXT("\xD834\xDD1E")));
+    EXPECT_EQ(FromUtf8("¤"), WString(WTEXT("\x00A4")));
 }
 
 TEST(Utf8, EveryBadByteBecomesOneReplacementCharacter)
@@ -20,14 +20,14 @@ TEST(Utf8, EveryBadByteBecomesOneReplacementCharacter)
         std::string bytes;
         WString text;
     } cases[] = {
-        {"\xFF" "a", u"\xFFFD" "a"},
-        {"\xC3", u"\xFFFD"},                       // cut sequence
-        {"\xC3" "a", u"\xFFFD" "a"},
-        {"\xC0\xAF", u"\xFFFD\xFFFD"},             // overlong
-        {"\xE0\x80\xAF", u"\xFFFD\xFFFD\xFFFD"},   // overlong
-        {"\xED\xA0\x80", u"\xFFFD\xFFFD\xFFFD"},   // an encoded surrogate
-        {"\xF4\x90\x80\x80", u"\xFFFD\xFFFD\xFFFD\xFFFD"}, // beyond U+10FFFF
-        {"\x80", u"\xFFFD"},
+        {"\xFF" "a", WTEXT("\xFFFD") "a"},
+        {"\xC3", WTEXT("\xFFFD")},                       // cut sequence
+        {"\xC3" "a", WTEXT("\xFFFD") "a"},
+        {"\xC0\xAF", WTEXT("\xFFFD\xFFFD")},             // overlong
+        {"\xE0\x80\xAF", WTEXT("\xFFFD\xFFFD\xFFFD")},   // overlong
+        {"\xED\xA0\x80", WTEXT("\xFFFD\xFFFD\xFFFD")},   // an encoded surrogate
+        {"\xF4\x90\x80\x80", WTEXT("\xFFFD\xFFFD\xFFFD\xFFFD")}, // beyond U+10FFFF
+        {"\x80", WTEXT("\xFFFD")},
     };
     for (const auto& c : cases)
         EXPECT_EQ(FromUtf8(c.bytes), c.text) << c.bytes;
@@ -35,7 +35,7 @@ TEST(Utf8, EveryBadByteBecomesOneReplacementCharacter)
 
 TEST(Utf8, UnpairedSurrogatesBecomeReplacementCharacters)
 {
-    EXPECT_EQ(ToUtf8(WString(u"a\xD800")), "a\xEF\xBF\xBD");
-    EXPECT_EQ(ToUtf8(WString(u"\xDC00" "b")), "\xEF\xBF\xBD" "b");
+    EXPECT_EQ(ToUtf8(WString(WTEXT("a\xD800"))), "a\xEF\xBF\xBD");
+    EXPECT_EQ(ToUtf8(WString(WTEXT("\xDC00") "b")), "\xEF\xBF\xBD" "b");
     EXPECT_EQ(ToUtf8(static_cast<const WChar*>(nullptr)), "");
 }

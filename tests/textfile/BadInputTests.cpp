@@ -4,12 +4,12 @@
 
 #include "TextFileTesting.h"
 
+#include "refhost/FilePath.h"
+
 #include <gtest/gtest.h>
 
-#include <dirent.h>
-#include <sys/stat.h>
-
 #include <algorithm>
+#include <filesystem>
 #include <random>
 
 using namespace std::string_literals;
@@ -120,23 +120,11 @@ TEST(BadInput, CorpusFilesAreDetectedByTheirMarks)
 
 void CollectFiles(const std::string& folder, std::vector<std::string>& files)
 {
-    DIR* dir = ::opendir(folder.c_str());
-    if (!dir)
-        return;
-    while (const dirent* entry = ::readdir(dir)) {
-        const std::string name = entry->d_name;
-        if (name == "." || name == "..")
-            continue;
-        const std::string path = folder + "/" + name;
-        struct stat info;
-        if (::stat(path.c_str(), &info) != 0)
-            continue;
-        if (S_ISDIR(info.st_mode))
-            CollectFiles(path, files);
-        else if (S_ISREG(info.st_mode))
-            files.push_back(path);
+    std::error_code error;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(refhost::PathFromUtf8(folder), error)) {
+        if (entry.is_regular_file(error))
+            files.push_back(refhost::PathToUtf8(entry.path()));
     }
-    ::closedir(dir);
 }
 
 // Every corpus file (texts, XML, CSV, a zip) in every encoding: reading and counting agree.

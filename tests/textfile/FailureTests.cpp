@@ -3,14 +3,13 @@
 
 #include "TextFileTesting.h"
 
+#include "refhost/Environment.h"
+#include "refhost/FilePath.h"
 #include "textfile/UTF8_TextFileReader.h"
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
-
-#include <sys/stat.h>
-#include <unistd.h>
+#include <filesystem>
 
 using namespace std::string_literals;
 using namespace textfile_testing;
@@ -25,18 +24,21 @@ protected:
 
 TEST_F(Failures, FilesThatCannotBeOpenedLeaveTheObjectClosed)
 {
-    ::mkdir(folder_.Path("dir").c_str(), 0700);
+    using namespace system_error;
+    std::filesystem::create_directory(refhost::PathFromUtf8(folder_.Path("dir")));
     folder_.Write("secret.txt", "x");
-    ::chmod(folder_.Path("secret.txt").c_str(), 0);
+    std::filesystem::permissions(refhost::PathFromUtf8(folder_.Path("secret.txt")), std::filesystem::perms::none);
     const struct {
         const char* name;
         int mode;
         int error;
-    } cases[] = {{"missing.txt", 1, ENOENT}, {"no/such.txt", 2, ENOENT}, {"dir", 1, EISDIR},
-                 {"dir", 2, EISDIR},         {"dir", 3, EISDIR},         {"secret.txt", 1, EACCES}};
+        bool denied;
+    } cases[] = {{"missing.txt", 1, kMissingFile, false}, {"no/such.txt", 2, kMissingFolder, false},
+                 {"dir", 1, kFolderAsFile, false},        {"dir", 2, kFolderAsFile, false},
+                 {"dir", 3, kFolderAsFile, false},        {"secret.txt", 1, kAccessDenied, true}};
     for (const auto& c : cases) {
-        if (c.error == EACCES && ::geteuid() == 0)
-            continue; // root reads any file; the injected failures below cover this path
+        if (c.denied && refhost::ReadsEveryFile())
+            continue; // the injected failures below cover this path
         TextFile file;
         EXPECT_EQ(file.Open(folder_.WidePath(c.name), c.mode, 1), -2) << c.name << ", mode " << c.mode;
         EXPECT_EQ(Platform::LastError(), c.error) << c.name << ", mode " << c.mode;
@@ -57,7 +59,7 @@ TEST_F(Failures, InjectedOpenFailure)
     TextFile file;
     EXPECT_EQ(file.Open(path, TextFileMode::Read, 0), 0);
     EXPECT_EQ(file.Open(path, TextFileMode::Read, 0), -2);
-    EXPECT_EQ(Platform::LastError(), EIO);
+    EXPECT_EQ(Platform::LastError(), system_error::kInjectedIoError);
     EXPECT_FALSE(file.IsOpen());
     EXPECT_EQ(file.Open(folder_.WidePath("new.txt"), TextFileMode::Write, 0), -2);
     EXPECT_EQ(file.Open(path, TextFileMode::Read, 0), 0);
@@ -134,7 +136,7 @@ TEST_F(Failures, ReadFailureReadingCharacters)
     Platform::Faults::FailReads(1, 1);
     EXPECT_EQ(reader.ReadChar(), 'a');
     EXPECT_EQ(reader.ReadChar(), -2);
-    EXPECT_EQ(Platform::LastError(), EIO);
+    EXPECT_EQ(Platform::LastError(), system_error::kInjectedIoError);
     EXPECT_EQ(reader.ReadChar(), 'b');
     EXPECT_EQ(reader.ReadChar(), -1);
     Platform::CloseFile(handle);
@@ -148,7 +150,7 @@ TEST_F(Failures, WriteFailureIsReportedByTheWriteAndByClose)
     Platform::Faults::FailWritesAfter(10);
     EXPECT_EQ(file.WriteString(nullptr, WTEXT("0123")), 0);
     EXPECT_EQ(file.WriteString(nullptr, WTEXT("456789abcdef")), -2);
-    EXPECT_EQ(Platform::LastError(), ENOSPC);
+    EXPECT_EQ(Platform::LastError(), system_error::kDiskFull);
     EXPECT_EQ(file.Close(), -2);
     EXPECT_EQ(ReadBytes(folder_.Path("w.txt")), "\xEF\xBB\xBF" "0123456");
 }

@@ -269,7 +269,7 @@ TEST(Reader, NulOrNonAsciiByteAnywhereInTheLine)
         const std::pair<std::string, std::uint32_t> files[] = {
             {ansi + "\nnext", 1}, {"\xEF\xBB\xBF" + ansi + "\nnext", 0}, {"\xFF\xFE" + utf16 + "\n\0n\0"s, 0}};
         for (const auto& [bytes, flags] : files) {
-            const WString path = folder.Write("nul.txt", bytes);
+            const WString path = folder.Write("zero.txt", bytes); // not "nul.txt": a device on Windows
             for (int bufferSize : {0, 5, 16}) {
                 const ReadResult result = ReadAll(path, flags, bufferSize);
                 ASSERT_EQ(result.lines.size(), 2u);

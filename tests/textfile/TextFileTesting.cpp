@@ -1,34 +1,22 @@
 #include "TextFileTesting.h"
 
-#include <cstdlib>
+#include "refhost/Environment.h"
+#include "refhost/FilePath.h"
+
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <sstream>
 
-#include <ftw.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 namespace textfile_testing {
 
-namespace {
-
-int RemoveEntry(const char* path, const struct stat*, int, struct FTW*) { return ::remove(path); }
-
-} // namespace
-
-ScratchFolder::ScratchFolder()
-{
-    const char* base = std::getenv("TMPDIR");
-    std::string pattern = std::string(base && *base ? base : "/tmp") + "/tessel-textfile-XXXXXX";
-    if (::mkdtemp(&pattern[0]))
-        path_ = pattern;
-}
+ScratchFolder::ScratchFolder() : path_(refhost::MakeTempFolder("tessel-textfile-")) {}
 
 ScratchFolder::~ScratchFolder()
 {
+    std::error_code ignored;
     if (!path_.empty())
-        ::nftw(path_.c_str(), RemoveEntry, 16, FTW_DEPTH | FTW_PHYS);
+        std::filesystem::remove_all(refhost::PathFromUtf8(path_), ignored);
 }
 
 WString ScratchFolder::WidePath(const std::string& name) const { return FromUtf8(Path(name)); }
@@ -41,13 +29,13 @@ WString ScratchFolder::Write(const std::string& name, const std::string& bytes) 
 
 std::string ReadBytes(const std::string& path)
 {
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(refhost::PathFromUtf8(path), std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
 bool WriteBytes(const std::string& path, const std::string& bytes)
 {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    std::ofstream out(refhost::PathFromUtf8(path), std::ios::binary | std::ios::trunc);
     out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     return static_cast<bool>(out);
 }
@@ -84,10 +72,8 @@ WString Latin1(const std::string& bytes)
 
 std::string TestDataFolder()
 {
-    struct stat info;
-    if (::stat(TESSEL_TESTDATA, &info) == 0 && S_ISDIR(info.st_mode))
-        return TESSEL_TESTDATA;
-    return "";
+    std::error_code error;
+    return std::filesystem::is_directory(refhost::PathFromUtf8(TESSEL_TESTDATA), error) ? TESSEL_TESTDATA : "";
 }
 
 } // namespace textfile_testing

@@ -5,11 +5,31 @@
 #include "refhost/Utf8.h"
 #include "textfile/TextFile.h"
 
+#include <cerrno>
 #include <cstdint>
 #include <string>
 #include <vector>
 
 namespace textfile_testing {
+
+// What Platform::LastError reports, by cause, on each system.
+namespace system_error {
+#ifdef _WIN32
+constexpr int kMissingFile = 2;       // ERROR_FILE_NOT_FOUND
+constexpr int kMissingFolder = 3;     // ERROR_PATH_NOT_FOUND
+constexpr int kFolderAsFile = 5;      // ERROR_ACCESS_DENIED
+constexpr int kAccessDenied = 5;
+constexpr int kInjectedIoError = 1117; // ERROR_IO_DEVICE
+constexpr int kDiskFull = 112;        // ERROR_DISK_FULL
+#else
+constexpr int kMissingFile = ENOENT;
+constexpr int kMissingFolder = ENOENT;
+constexpr int kFolderAsFile = EISDIR;
+constexpr int kAccessDenied = EACCES;
+constexpr int kInjectedIoError = EIO;
+constexpr int kDiskFull = ENOSPC;
+#endif
+} // namespace system_error
 
 // A fresh folder under the system's temporary folder, removed with everything in it.
 class ScratchFolder {

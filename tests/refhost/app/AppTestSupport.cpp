@@ -1,10 +1,18 @@
 #include "AppTestSupport.h"
 
+#include "refhost/FilePath.h"
+#include "refhost/Utf8.h"
+
+#ifdef _WIN32
+#include "platform/Windows.h"
+#else
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#endif
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <memory>
@@ -12,7 +20,9 @@
 #include <string_view>
 #include <vector>
 
+#ifndef _WIN32
 extern char** environ;
+#endif
 
 namespace tessel {
 namespace testing {
@@ -20,20 +30,78 @@ namespace {
 
 std::string ReadAll(const std::string& path)
 {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(refhost::PathFromUtf8(path), std::ios::binary);
     return std::string((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
 }
 
-} // namespace
+#ifdef _WIN32
 
-TesselRun RunTessel(const std::vector<std::string>& arguments, const std::string& folder)
+// A command line that CommandLineToArgvW splits back into the same words.
+std::wstring QuotedWord(const std::string& word)
 {
-    const std::string outPath = folder + "/.tessel-test-stdout";
-    const std::string errPath = folder + "/.tessel-test-stderr";
-    std::vector<std::string> words = {TESSEL_BINARY};
-    words.insert(words.end(), arguments.begin(), arguments.end());
+    const std::wstring wide = refhost::FromUtf8(word);
+    std::wstring quoted = L"\"";
+    std::size_t backslashes = 0;
+    for (const wchar_t c : wide) {
+        if (c == L'\\') {
+            ++backslashes;
+            continue;
+        }
+        quoted.append(c == L'"' ? 2 * backslashes + 1 : backslashes, L'\\');
+        backslashes = 0;
+        quoted += c;
+    }
+    quoted.append(2 * backslashes, L'\\');
+    return quoted + L"\"";
+}
+
+HANDLE InheritableFile(const std::string& path, bool write)
+{
+    SECURITY_ATTRIBUTES inherit{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    return ::CreateFileW(write ? refhost::PathFromUtf8(path).c_str() : L"NUL", write ? GENERIC_WRITE : GENERIC_READ,
+                         FILE_SHARE_READ | FILE_SHARE_WRITE, &inherit, write ? CREATE_ALWAYS : OPEN_EXISTING,
+                         FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+// Runs the program with standard input from NUL and the outputs into the files; its exit status.
+int Run(const std::vector<std::string>& words, const std::string& folder, const std::string& outPath,
+        const std::string& errPath)
+{
+    std::wstring commandLine;
+    for (const std::string& word : words)
+        commandLine += (commandLine.empty() ? L"" : L" ") + QuotedWord(word);
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdInput = InheritableFile("", false);
+    startup.hStdOutput = InheritableFile(outPath, true);
+    startup.hStdError = InheritableFile(errPath, true);
+    PROCESS_INFORMATION process{};
+    const BOOL started = ::CreateProcessW(refhost::PathFromUtf8(TESSEL_BINARY).c_str(), &commandLine[0], nullptr,
+                                          nullptr, TRUE, 0, nullptr, refhost::PathFromUtf8(folder).c_str(), &startup,
+                                          &process);
+    for (HANDLE handle : {startup.hStdInput, startup.hStdOutput, startup.hStdError})
+        ::CloseHandle(handle);
+    if (!started)
+        throw std::runtime_error("cannot start " + std::string(TESSEL_BINARY));
+    ::WaitForSingleObject(process.hProcess, INFINITE);
+    DWORD status = 0;
+    ::GetExitCodeProcess(process.hProcess, &status);
+    ::CloseHandle(process.hProcess);
+    ::CloseHandle(process.hThread);
+    return static_cast<int>(status & 0xFF);
+}
+
+#else
+
+// Runs the program with standard input from /dev/null and the outputs into the files, without
+// a display (the tests script every answer; a dialog would wait for a person); its exit status.
+int Run(const std::vector<std::string>& words, const std::string& folder, const std::string& outPath,
+        const std::string& errPath)
+{
+    std::vector<std::string> copies = words;
     std::vector<char*> argv;
-    for (std::string& word : words)
+    for (std::string& word : copies)
         argv.push_back(word.data());
     argv.push_back(nullptr);
 
@@ -43,7 +111,6 @@ TesselRun RunTessel(const std::vector<std::string>& arguments, const std::string
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
-    // Without a display: the tests script every answer, a dialog would wait for a person.
     std::vector<char*> environment;
     for (char** variable = environ; *variable; ++variable) {
         const std::string_view entry(*variable);
@@ -58,13 +125,27 @@ TesselRun RunTessel(const std::vector<std::string>& arguments, const std::string
         throw std::runtime_error("cannot start " + std::string(TESSEL_BINARY));
     int wait = 0;
     waitpid(child, &wait, 0);
+    return WIFEXITED(wait) ? WEXITSTATUS(wait) : 128 + WTERMSIG(wait);
+}
+
+#endif
+
+} // namespace
+
+TesselRun RunTessel(const std::vector<std::string>& arguments, const std::string& folder)
+{
+    const std::string outPath = folder + "/.tessel-test-stdout";
+    const std::string errPath = folder + "/.tessel-test-stderr";
+    std::vector<std::string> words = {TESSEL_BINARY};
+    words.insert(words.end(), arguments.begin(), arguments.end());
 
     TesselRun run;
-    run.status = WIFEXITED(wait) ? WEXITSTATUS(wait) : 128 + WTERMSIG(wait);
+    run.status = Run(words, folder, outPath, errPath);
     run.out = ReadAll(outPath);
     run.err = ReadAll(errPath);
-    unlink(outPath.c_str());
-    unlink(errPath.c_str());
+    std::error_code ignored;
+    std::filesystem::remove(refhost::PathFromUtf8(outPath), ignored);
+    std::filesystem::remove(refhost::PathFromUtf8(errPath), ignored);
     return run;
 }
 
@@ -78,10 +159,10 @@ ModuleHost& LoadedModule()
     return *module;
 }
 
-std::string Utf16LeWithMark(const std::u16string& text)
+std::string Utf16LeWithMark(const WString& text)
 {
     std::string bytes = "\xFF\xFE";
-    for (const char16_t unit : text) {
+    for (const WChar unit : text) {
         bytes.push_back(static_cast<char>(unit & 0xFF));
         bytes.push_back(static_cast<char>(unit >> 8));
     }

@@ -16,14 +16,14 @@ struct TesselRun {
     std::string err;
 };
 
-// Runs tessel with the arguments in the folder, standard input from /dev/null.
+// Runs tessel with the arguments in the folder, standard input from /dev/null (NUL).
 TesselRun RunTessel(const std::vector<std::string>& arguments, const std::string& folder);
 
 // The module, loaded once for the whole test program.
 ModuleHost& LoadedModule();
 
 // The bytes of a UTF-16LE file with its byte-order mark.
-std::string Utf16LeWithMark(const std::u16string& text);
+std::string Utf16LeWithMark(const WString& text);
 
 // The text cut at line feeds (a last line without one included).
 std::vector<std::string> Lines(const std::string& text);

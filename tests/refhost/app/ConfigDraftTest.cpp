@@ -192,7 +192,7 @@ TEST(ExportConfigDraft, EngineWritesWithTheComposedCommentDelimiterAndEncoding)
         ASSERT_EQ(engine.ExportPoints(&definition, entities), 1);
         const std::string ansi = "<!-- X & \"=\" Y\r\n1 & \"=\" \xE9\r\n";
         EXPECT_EQ(folder.ReadFile(utf16 ? "utf16.txt" : "ansi.txt"),
-                  utf16 ? Utf16LeWithMark(u"<!-- X & \"=\" Y\r\n1 & \"=\" é\r\n") : ansi);
+                  utf16 ? Utf16LeWithMark(WTEXT("<!-- X & \"=\" Y\r\n1 & \"=\" é\r\n")) : ansi);
     }
 }
 

@@ -62,7 +62,7 @@ TEST(RoundTrip, JsonLinesValuesAreBoundByPosition)
 
 TEST(RoundTrip, Utf16FileWithHeaderCommentComesBackInUtf16)
 {
-    const std::string original = Utf16LeWithMark(u"# Punkt\tHöhe\r\nBrücke\t2.5\r\n");
+    const std::string original = Utf16LeWithMark(WTEXT("# Punkt\tHöhe\r\nBrücke\t2.5\r\n"));
     TempDir folder;
     folder.WriteFile("in.txt", original);
     ASSERT_EQ(RunTessel({"-q", "import", "polygons", "in.txt", "--delimiters", "\\t", "--column", "Punkt",

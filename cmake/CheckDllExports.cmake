@@ -1,0 +1,30 @@
+# Fails when a Windows DLL exports anything but the names in the global section of a linker
+# version script (the same list that bounds the module on Linux). Run with -DOBJDUMP=...
+# -DDLL=... -DEXPORTS=<version script>.
+file(STRINGS ${EXPORTS} script)
+set(expected "")
+set(in_global FALSE)
+foreach(line IN LISTS script)
+  if(line MATCHES "^[ \t]*global:")
+    set(in_global TRUE)
+  elseif(line MATCHES "^[ \t]*local:")
+    set(in_global FALSE)
+  elseif(in_global AND line MATCHES "^[ \t]*([A-Za-z_][A-Za-z0-9_]*);")
+    list(APPEND expected ${CMAKE_MATCH_1})
+  endif()
+endforeach()
+
+execute_process(COMMAND ${OBJDUMP} -p ${DLL} OUTPUT_VARIABLE listing RESULT_VARIABLE failed)
+if(failed)
+  message(FATAL_ERROR "objdump -p ${DLL} failed")
+endif()
+# The name table: lines "\t[   0] +base[   1] 0000 acrxEntryPoint" after its heading.
+string(REGEX REPLACE "^.*\\[Ordinal/Name Pointer\\] Table[^\n]*\n" "" names "${listing}")
+string(REGEX REPLACE "\n[ \t]*\n.*$" "" names "${names}")
+string(REGEX MATCHALL "[^ \t\n]+\n" exported "${names}\n")
+list(TRANSFORM exported STRIP)
+list(SORT expected)
+list(SORT exported)
+if(NOT exported STREQUAL expected)
+  message(FATAL_ERROR "${DLL} exports [${exported}], expected exactly [${expected}]")
+endif()
