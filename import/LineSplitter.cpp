@@ -13,7 +13,7 @@ std::size_t LineSplitter::Split(WString& line, FieldList& fields)
     if (fieldsRead_ == 0)
         return 0;
     if (!fixedWidth_) {
-        NormalizeDelimitedLine(line, delimiters_, fields);
+        NormalizeDelimitedLine(line, delimiters_, fields, fieldsRead_);
         return fields.size();
     }
     const int count = SplitAtPositions(line, positions_, fields, fieldsRead_);

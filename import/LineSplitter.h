@@ -25,7 +25,8 @@ public:
     bool IsComment(const WString& line) const { return IsCommentLine(line, markers_); }
 
     // Cuts a non-comment line into fields, rewriting a delimited line in place, and returns
-    // the number of fields the line has (a fixed-width line may have more than were cut).
+    // the number of fields the line has (a fixed-width line may have more than were cut; a
+    // delimited line's fields behind those read are neither cut nor counted).
     std::size_t Split(WString& line, FieldList& fields);
 
 private:

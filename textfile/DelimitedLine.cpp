@@ -179,8 +179,9 @@ std::size_t TrimmedLength(const WChar* text, std::size_t length, const Delimiter
     return length;
 }
 
-// Step 6 from the marks: the fields between the separators below length, empty ones kept.
-void SplitAtMarks(const WString& line, const SeparatorMarks& marks, FieldList& fields)
+// Step 6 from the marks: the first fieldLimit of the fields between the separators below
+// length, empty ones kept.
+void SplitAtMarks(const WString& line, const SeparatorMarks& marks, FieldList& fields, std::size_t fieldLimit)
 {
     const WChar* const text = line.data();
     const std::size_t length = line.size();
@@ -192,30 +193,36 @@ void SplitAtMarks(const WString& line, const SeparatorMarks& marks, FieldList& f
     std::size_t separators = marks.count;
     while (separators > 0 && at[separators - 1] >= length)
         --separators;
-    if (fields.size() != separators + 1)
-        fields.resize(separators + 1);
+    const std::size_t cut = std::min(separators + 1, fieldLimit);
+    if (fields.size() != cut)
+        fields.resize(cut);
     WString* const out = fields.data();
     std::size_t start = 0;
-    for (std::size_t i = 0; i < separators; ++i) {
-        AssignField(out[i], text + start, at[i] - start);
-        start = at[i] + 1;
+    for (std::size_t i = 0; i < cut; ++i) {
+        const std::size_t stop = i < separators ? at[i] : length;
+        AssignField(out[i], text + start, stop - start);
+        start = stop + 1;
     }
-    AssignField(out[separators], text + start, length - start);
 }
 
 } // namespace
 
 void NormalizeDelimitedLine(WString& line, const DelimiterList& delimiters, FieldList& fields)
 {
+    NormalizeDelimitedLine(line, delimiters, fields, SIZE_MAX);
+}
+
+void NormalizeDelimitedLine(WString& line, const DelimiterList& delimiters, FieldList& fields, std::size_t fieldLimit)
+{
     if (line.size() <= SeparatorMarks::kMaxLine && AllSingleCharacters(delimiters)) {
         SeparatorMarks marks;
         const std::size_t replaced = ReplaceSingleCharacters(line, delimiters, marks);
         SetLength(line, TrimmedLength(line.data(), replaced, delimiters));
-        return SplitAtMarks(line, marks, fields);
+        return SplitAtMarks(line, marks, fields, fieldLimit);
     }
     ReplaceInOrder(line, delimiters);
     SetLength(line, TrimmedLength(line.data(), line.size(), delimiters));
-    SplitByDelimiter(line, fields, kFieldSeparator, 1);
+    SplitByDelimiter(line, fields, kFieldSeparator, 1, fieldLimit);
 }
 
 void TrimDelimitedLineEnd(WString& line, const DelimiterList& delimiters)

@@ -51,6 +51,7 @@ public:
             fields_.emplace_back(text, length);
         ++count_;
     }
+    std::size_t Count() const { return count_; }
 
 private:
     FieldList& fields_;

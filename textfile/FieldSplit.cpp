@@ -3,6 +3,7 @@
 #include "textfile/FieldList.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace {
 
@@ -27,8 +28,14 @@ void AddSubstring(FieldFiller& out, const WString& line, std::uint32_t start, st
 
 void SplitByDelimiter(const WString& line, FieldList& fields, WChar delimiter, std::uint8_t keepEmpty)
 {
+    SplitByDelimiter(line, fields, delimiter, keepEmpty, SIZE_MAX);
+}
+
+void SplitByDelimiter(const WString& line, FieldList& fields, WChar delimiter, std::uint8_t keepEmpty,
+                      std::size_t fieldLimit)
+{
     FieldFiller out(fields);
-    if (line.empty())
+    if (line.empty() || fieldLimit == 0)
         return;
     const WChar* start = line.data();
     const WChar* const end = start + line.size();
@@ -36,8 +43,11 @@ void SplitByDelimiter(const WString& line, FieldList& fields, WChar delimiter, s
         const WChar* stop = start;
         while (stop != end && *stop != delimiter)
             ++stop;
-        if (keepEmpty == 1 || stop != start)
+        if (keepEmpty == 1 || stop != start) {
             out.Add(start, static_cast<std::size_t>(stop - start));
+            if (out.Count() == fieldLimit)
+                return;
+        }
         if (stop == end)
             return;
         start = stop + 1;

@@ -31,6 +31,9 @@ constexpr WChar kFieldSeparator = 0x00A4;
 // exactly 1: the test is deliberately a comparison with 1, so 2 drops them. No field is
 // trimmed.
 void SplitByDelimiter(const WString& line, FieldList& fields, WChar delimiter, std::uint8_t keepEmpty);
+// The same cut, stopping once fieldLimit fields are in the list.
+void SplitByDelimiter(const WString& line, FieldList& fields, WChar delimiter, std::uint8_t keepEmpty,
+                      std::size_t fieldLimit);
 
 // Cuts line at the positions and returns the number of fields. Appends the line's length to
 // positions first; deliberately keeps growing across lines, so that on later lines the last
@@ -54,6 +57,10 @@ int SplitAtPositions(const WString& line, PositionList& positions, FieldList& fi
 // 6. the line is cut at the separator, keeping empty fields.
 // Leading delimiters are not trimmed: " 10 20" with space gives "", "10", "20".
 void NormalizeDelimitedLine(WString& line, const DelimiterList& delimiters, FieldList& fields);
+// The same preparation of the whole line, but only its first fieldLimit fields are cut (callers
+// never read beyond their largest column); they are identical to the full cut's. A line of
+// millions of fields then costs no more than its length.
+void NormalizeDelimitedLine(WString& line, const DelimiterList& delimiters, FieldList& fields, std::size_t fieldLimit);
 
 // Steps 3 to 5 alone, for a line that is shown rather than split at the separator: trailing
 // line feeds, then carriage returns, then one separator, then trailing characters of each

@@ -48,9 +48,6 @@ enum ControlId {
 // The column list's columns.
 enum ColumnListColumn { kLabelColumn, kNameColumn, kTypeColumn, kOnColumn };
 
-// The preview and the column list show at most this many columns; a line split into more
-// is shown up to there, and the columns beyond keep what the preview made of them.
-constexpr std::size_t kShownColumns = 1000;
 constexpr int kPreviewColumnWidth = 60;
 constexpr int kPreviewColumnMaxWidth = 320;
 
@@ -308,7 +305,7 @@ int CDlgTxtConfiguration::PreviewColumnWidth(const ImportPreview& preview, std::
 void CDlgTxtConfiguration::ShowPreview()
 {
     const ImportPreview& preview = model_.Preview();
-    const std::size_t shown = std::min<std::size_t>(static_cast<std::size_t>(preview.ColumnCount()), kShownColumns);
+    const std::size_t shown = static_cast<std::size_t>(preview.ColumnCount());
     wxArrayString headings;
     std::vector<int> widths;
     for (std::size_t i = 1; i <= shown; ++i) {
@@ -319,9 +316,10 @@ void CDlgTxtConfiguration::ShowPreview()
     preview_->SetColumns(headings, widths);
     preview_->ShowRows(static_cast<long>(preview.Rows().size()));
     preview_->Thaw();
-    // Said, so that nobody takes the columns shown for all there are.
-    const bool cut = shown < static_cast<std::size_t>(preview.ColumnCount());
-    shownColumns_->SetLabel(cut ? wxString::Format("Columns C1 to C%zu of %d are shown.", shown, preview.ColumnCount())
+    // Said, so that nobody takes the columns listed for all there are.
+    const bool cut = preview.ColumnCount() < preview.ColumnsFound();
+    shownColumns_->SetLabel(cut ? wxString::Format("The lines have %d columns; only C1 to C%d are listed and imported.",
+                                                   preview.ColumnsFound(), preview.ColumnCount())
                                 : wxString());
     if (shownColumns_->IsShown() != cut) {
         shownColumns_->Show(cut);
@@ -334,7 +332,7 @@ void CDlgTxtConfiguration::ShowPreview()
 
 void CDlgTxtConfiguration::ShowColumns()
 {
-    const std::size_t shown = std::min(model_.columns.size(), kShownColumns);
+    const std::size_t shown = model_.columns.size();
     columns_->Freeze();
     columns_->ResetRows(static_cast<int>(shown));
     for (std::size_t i = 0; i < shown; ++i) {

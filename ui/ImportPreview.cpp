@@ -48,7 +48,7 @@ void ImportPreview::Clear()
     header_.clear();
     sample_.clear();
     headerTaken_ = sampleTaken_ = false;
-    columnCount_ = 0;
+    columnsFound_ = 0;
     positions_.clear();
     encoding_ = PreviewEncoding();
 }
@@ -74,8 +74,8 @@ bool ImportPreview::Load(const PreviewRequest& request)
     const WString markers = CommentMarkersOf(request.comments);
     const ImportTxtConfiguration configuration = SplitterConfiguration(request);
     LineSplitter splitter(configuration);
-    if (request.fixedWidth)
-        splitter.ReadFieldsUpTo(static_cast<std::size_t>(std::max(request.rulerBreakCount, 1)));
+    splitter.ReadFieldsUpTo(request.fixedWidth ? static_cast<std::size_t>(std::max(request.rulerBreakCount, 1))
+                                               : static_cast<std::size_t>(kMaxColumns));
 
     CCoreProgressBar* progress = CCoreProgressBar::Instance();
     progress->Show(LoadMessage(MessageId::ImportProgress).c_str(), 0, kProgressEnd);
@@ -91,10 +91,10 @@ bool ImportPreview::Load(const PreviewRequest& request)
     progress->RestoreState();
     // Taken line by line: a file without lines leaves the positions as they were.
     if (request.fixedWidth && lineCount_ > 0) {
-        columnCount_ = request.rulerBreakCount;
+        columnsFound_ = request.rulerBreakCount;
         positions_ = request.rulerPositions;
     }
-    columnCount_ = std::max(columnCount_, 1);
+    columnsFound_ = std::max(columnsFound_, 1);
     return true;
 }
 
@@ -111,7 +111,7 @@ void ImportPreview::TakeLine(WString& line, const PreviewRequest& request, const
     } else {
         splitter.Split(line, row.fields);
         const auto separators = std::count(line.begin(), line.end(), kFieldSeparator);
-        columnCount_ = std::max(columnCount_, static_cast<int>(std::min<std::ptrdiff_t>(separators + 1, INT32_MAX)));
+        columnsFound_ = std::max(columnsFound_, static_cast<int>(std::min<std::ptrdiff_t>(separators + 1, INT32_MAX)));
         if (row.comment && !headerTaken_) {
             header_ = row.fields;
             TakeOffMarker(header_);

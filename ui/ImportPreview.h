@@ -6,6 +6,7 @@
 #include "host/Text.h"
 #include "textfile/FieldSplit.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -37,6 +38,9 @@ public:
     static constexpr int kMaxLines = 999;
     // The background of a comment row (light grey), 0x00BBGGRR.
     static constexpr std::uint32_t kCommentRowColour = 0xD3D3D3;
+    // Delimited columns taken at most. More is never a survey file but a wrong delimiter or
+    // a binary file, and millions of columns would hold the wizard for minutes in gigabytes.
+    static constexpr int kMaxColumns = 1000;
 
     // Empties the lines, rows, header and sample fields; the column count goes back to 0.
     void Clear();
@@ -44,7 +48,7 @@ public:
     // Clears, then reads the file's first lines: the whole file is read through once (only
     // counted), then reopened; the host's progress bar runs while the lines are read. False
     // (after an alert naming the file) when the file cannot be opened: the preview stays
-    // empty. A column count of 0 becomes 1.
+    // empty. A column count of 0 becomes 1. Rows hold no fields behind kMaxColumns.
     bool Load(const PreviewRequest& request);
 
     // The lines read. Their text, prepared (delimiters replaced, ends trimmed), is kept once:
@@ -57,7 +61,11 @@ public:
     // The first data line's fields (delimited mode only), each cut to what shows whether it
     // is a number: a longer field is text whatever it holds.
     const FieldList& SampleFields() const { return sample_; }
-    int ColumnCount() const { return columnCount_; }
+    // The columns the wizard takes: those the lines have, at most kMaxColumns.
+    int ColumnCount() const { return std::min(columnsFound_, kMaxColumns); }
+    // The columns the lines have: the most fields of a line (delimited), the ruler's breaks
+    // (fixed width).
+    int ColumnsFound() const { return columnsFound_; }
     // Fixed width: the positions the rows were cut at (the ruler's); empty when the file had
     // no lines, which leaves the wizard's positions as they were.
     const PositionList& Positions() const { return positions_; }
@@ -72,7 +80,7 @@ private:
     FieldList sample_;
     bool headerTaken_ = false;
     bool sampleTaken_ = false;
-    int columnCount_ = 0;
+    int columnsFound_ = 0;
     PositionList positions_;
     PreviewEncoding encoding_;
 };

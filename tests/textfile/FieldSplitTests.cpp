@@ -245,6 +245,20 @@ TEST(FieldSplit, FastAndStepwisePreparationAgree)
             ASSERT_EQ(longFields, expected) << "round " << round;
             ASSERT_EQ(longLine, prefix + fast);
 
+            // A limited cut gives the full cut's first fields, on either path.
+            const std::size_t limit = std::uniform_int_distribution<std::size_t>(0, 6)(random);
+            for (const WString& original : {line, prefix + line}) {
+                WString full = original;
+                Fields fullFields;
+                NormalizeDelimitedLine(full, delimiters, fullFields);
+                WString limited = original;
+                Fields limitedFields{WTEXT("stale")};
+                NormalizeDelimitedLine(limited, delimiters, limitedFields, limit);
+                ASSERT_EQ(limited, full);
+                fullFields.resize(std::min(limit, fullFields.size()));
+                ASSERT_EQ(limitedFields, fullFields) << "round " << round << ", limit " << limit;
+            }
+
             if (delimiters.size() > 1) {
                 DelimiterList withEmpty = delimiters;
                 withEmpty.push_back(WTEXT(""));

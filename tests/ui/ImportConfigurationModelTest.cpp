@@ -356,5 +356,18 @@ TEST_F(ImportWizardModel, BadFilesGiveTheirPreviewOrAnAlertAndKeepTheColumnList)
     model.ChooseFile(folder_.WriteFile("long.txt", longLine + "\t1\n"));
     EXPECT_EQ(model.Preview().Rows()[0].fields[0].size(), longLine.size());
     EXPECT_EQ(NamesOf(model), (std::vector<std::string>{"C1:Text", "C2:Integer"}));
+
+    // A line of thousands of fields (a wrong delimiter, say) gives the first 1000 columns.
+    std::string wide;
+    for (int i = 1; i <= 5000; ++i)
+        wide += std::to_string(i) + "\t";
+    model.ChooseFile(folder_.WriteFile("wide.txt", wide + "\n7\t8\n"));
+    EXPECT_EQ(model.Preview().ColumnsFound(), 5000);
+    EXPECT_EQ(model.Preview().ColumnCount(), ImportPreview::kMaxColumns);
+    ASSERT_EQ(model.columns.size(), 1000u);
+    EXPECT_EQ(U8(model.columns.back().label), "C1000");
+    EXPECT_EQ(RowsOf(model)[1], "7|8");
+    ASSERT_EQ(model.Preview().Rows()[0].fields.size(), 1000u);
+    EXPECT_EQ(U8(model.Preview().Rows()[0].fields.back()), "1000");
     EXPECT_EQ(CadShim::RecordedAlerts().size(), 2u);
 }
