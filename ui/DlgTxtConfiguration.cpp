@@ -8,6 +8,7 @@
 #include "ui/ColumnTypes.h"
 #include "ui/PreviewListCtrl.h"
 #include "ui/RulerWnd.h"
+#include "ui/RunBesideEventLoop.h"
 #include "ui/WxText.h"
 
 #include <wx/bmpbuttn.h>
@@ -103,6 +104,12 @@ bool CDlgTxtConfiguration::OnInitDialog()
     CreateControls();
     BindControls();
     SetWindowText(LoadMessage(MessageId::ImportEngineName).c_str());
+    // A preview of long lines takes seconds to read: the wizard keeps painting meanwhile. The
+    // preview list reads the rows being read, so it shows none until they are.
+    model_.SetPreviewRunner([this](const std::function<void()>& work, const std::function<void()>& poll) {
+        preview_->ShowRows(0);
+        RunBesideEventLoop(work, poll);
+    });
     model_.Open(hasPresetPath_ ? presetPath_.c_str() : nullptr);
     ShowFields();
     ShowMode();

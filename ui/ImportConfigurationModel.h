@@ -88,6 +88,8 @@ public:
     std::vector<ColumnListRow> columns;
 
     const ImportPreview& Preview() const { return preview_; }
+    // How the preview's lines are read (see WorkRunner); by default on the calling thread.
+    void SetPreviewRunner(WorkRunner runner) { preview_.SetRunner(std::move(runner)); }
     RulerModel& Ruler() { return ruler_; }
     const RulerModel& Ruler() const { return ruler_; }
     // Fixed width: where the columns begin, from the ruler.

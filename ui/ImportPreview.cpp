@@ -10,6 +10,7 @@
 #include "textfile/TextFile.h"
 
 #include <algorithm>
+#include <atomic>
 
 using VeltoGis::Utility::CCoreProgressBar;
 
@@ -61,32 +62,46 @@ bool ImportPreview::Load(const PreviewRequest& request)
         acedAlert(FormatWide(LoadMessage(MessageId::FileDoesNotOpen), {request.path}).c_str());
         return false;
     }
-    // The pass through the whole file keeps nothing: only counting is fast enough for a
-    // file of millions of lines.
-    std::uint64_t ignored = 0;
-    file.CountLines(&ignored);
-    file.Close();
-    // Not checked: a file that is gone by now previews as empty.
-    file.Open(request.path, TextFileMode::Read, TextEncoding::Detect, 0);
-    encoding_.encoding = file.Encoding();
-    encoding_.codePage = file.CodePage() != 0 ? file.CodePage() : Platform::AnsiCodePage();
-
-    const WString markers = CommentMarkersOf(request.comments);
-    const ImportTxtConfiguration configuration = SplitterConfiguration(request);
-    LineSplitter splitter(configuration);
-    splitter.ReadFieldsUpTo(request.fixedWidth ? static_cast<std::size_t>(std::max(request.rulerBreakCount, 1))
-                                               : static_cast<std::size_t>(kMaxColumns));
-
     CCoreProgressBar* progress = CCoreProgressBar::Instance();
     progress->Show(LoadMessage(MessageId::ImportProgress).c_str(), 0, kProgressEnd);
     int position = 1;
     progress->SetPosition(position);
-    WString line;
-    while (position < kProgressEnd && file.ReadLine(nullptr, line) == 0) {
-        TakeLine(line, request, markers, splitter);
-        progress->SetPosition(++position);
+    // The reading may take seconds (a line of 100 MB): it runs as the runner runs it, and the
+    // progress bar, the host's, only moves on the calling thread, one line after the other.
+    std::atomic<int> linesTaken{0};
+    const auto work = [&] {
+        // The pass through the whole file keeps nothing: only counting is fast enough for a
+        // file of millions of lines.
+        std::uint64_t ignored = 0;
+        file.CountLines(&ignored);
+        file.Close();
+        // Not checked: a file that is gone by now previews as empty.
+        file.Open(request.path, TextFileMode::Read, TextEncoding::Detect, 0);
+        encoding_.encoding = file.Encoding();
+        encoding_.codePage = file.CodePage() != 0 ? file.CodePage() : Platform::AnsiCodePage();
+
+        const WString markers = CommentMarkersOf(request.comments);
+        const ImportTxtConfiguration configuration = SplitterConfiguration(request);
+        LineSplitter splitter(configuration);
+        splitter.ReadFieldsUpTo(request.fixedWidth ? static_cast<std::size_t>(std::max(request.rulerBreakCount, 1))
+                                                   : static_cast<std::size_t>(kMaxColumns));
+        WString line;
+        while (linesTaken.load() < kProgressEnd - 1 && file.ReadLine(nullptr, line) == 0) {
+            TakeLine(line, request, markers, splitter);
+            linesTaken.fetch_add(1);
+        }
+        file.Close();
+    };
+    const auto poll = [&] {
+        for (const int taken = linesTaken.load(); position < taken + 1;)
+            progress->SetPosition(++position);
+    };
+    if (runner_) {
+        runner_(work, poll);
+    } else {
+        work();
+        poll();
     }
-    file.Close();
     progress->Hide();
     progress->RestoreState();
     // Taken line by line: a file without lines leaves the positions as they were.

@@ -8,9 +8,15 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 class LineSplitter;
+
+// How a long piece of work runs. A window runs it on another thread beside its event loop, so
+// that it keeps painting; poll is then called on the calling thread now and then while the work
+// runs, and once after it has ended. Without a runner the work runs, then poll.
+using WorkRunner = std::function<void(const std::function<void()>& work, const std::function<void()>& poll)>;
 
 struct PreviewRequest {
     WString path;
@@ -44,6 +50,9 @@ public:
 
     // Empties the lines, rows, header and sample fields; the column count goes back to 0.
     void Clear();
+
+    // How Load reads the lines. While it runs nothing else may read this preview.
+    void SetRunner(WorkRunner runner) { runner_ = std::move(runner); }
 
     // Clears, then reads the file's first lines: the whole file is read through once (only
     // counted), then reopened; the host's progress bar runs while the lines are read. False
@@ -83,4 +92,5 @@ private:
     int columnsFound_ = 0;
     PositionList positions_;
     PreviewEncoding encoding_;
+    WorkRunner runner_;
 };

@@ -5,13 +5,20 @@
 
 #include "ui/ColumnListCtrl.h"
 #include "ui/PreviewListCtrl.h"
+#include "ui/RunBesideEventLoop.h"
 
 #include <gtest/gtest.h>
 #include <wx/frame.h>
+#include <wx/dcclient.h>
+#include <wx/panel.h>
 #include <wx/sizer.h>
 #include <wx/uiaction.h>
 
+#include <atomic>
+#include <chrono>
 #include <memory>
+#include <stdexcept>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -109,4 +116,46 @@ TEST(PreviewListCtrl, RowsComeFromTheSourceWithColoursMarksAndABoundedPrefix)
     EXPECT_EQ(list->GetItemText(1, 0), wxString(200, 'x') + wxString::FromUTF8("\xE2\x80\xA6"));
     EXPECT_EQ(list->GetItemText(2, 1), "");
     EXPECT_EQ(list->GetItemBackgroundColour(2), wxColour(0xD3, 0xD3, 0xD3));
+}
+
+// Long work must not freeze the windows: while it runs on its own thread, the window is
+// painted again, the poll runs on the calling thread, and no window takes input.
+TEST(RunBesideEventLoop, LongWorkLetsTheWindowsPaintAndQuickWorkJustRuns)
+{
+    Host host;
+    auto* panel = host.Show(new wxPanel(host.frame, wxID_ANY, wxDefaultPosition, wxSize(200, 100)));
+    std::atomic<int> paints{0};
+    panel->Bind(wxEVT_PAINT, [&](wxPaintEvent&) {
+        wxPaintDC dc(panel);
+        ++paints;
+    });
+    const std::thread::id caller = std::this_thread::get_id();
+
+    std::thread::id worker;
+    bool paintedMeanwhile = false;
+    std::vector<bool> enabledAtPolls;
+    RunBesideEventLoop(
+        [&] {
+            worker = std::this_thread::get_id();
+            const int before = paints.load();
+            const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+            while (paints.load() == before && std::chrono::steady_clock::now() < deadline)
+                std::this_thread::sleep_for(std::chrono::milliseconds(10));
+            paintedMeanwhile = paints.load() > before;
+        },
+        [&] {
+            EXPECT_EQ(std::this_thread::get_id(), caller);
+            enabledAtPolls.push_back(host.frame->IsEnabled());
+            panel->Refresh();
+        });
+    EXPECT_NE(worker, caller);
+    EXPECT_TRUE(paintedMeanwhile);
+    ASSERT_GE(enabledAtPolls.size(), 2u);
+    EXPECT_FALSE(enabledAtPolls.front()) << "no input while the work runs";
+    EXPECT_TRUE(host.frame->IsEnabled());
+
+    int polls = 0;
+    RunBesideEventLoop([] {}, [&] { ++polls; });
+    EXPECT_EQ(polls, 1) << "quick work: one poll, after it";
+    EXPECT_THROW(RunBesideEventLoop([] { throw std::runtime_error("gone"); }, [] {}), std::runtime_error);
 }
