@@ -14,9 +14,12 @@
 #include <gtest/gtest.h>
 #include <wx/combobox.h>
 #include <wx/listctrl.h>
+#include <wx/stattext.h>
 #include <wx/uiaction.h>
 
 #include <filesystem>
+#include <functional>
+#include <memory>
 #include <vector>
 
 using refhost::testing::U8;
@@ -185,4 +188,46 @@ TEST_F(ImportWizardGui, DelimitedFlowWithAnOtherDelimiterAndEnterThatNeverCloses
               Expected(file, ";", 0, "",
                        R"(<col no="0" name="X" type="5001" onOff="1"/><col no="1" name="Y" type="5010" onOff="1"/>)"
                        R"(<col no="2" name="Code" type="5005" onOff="0"/>)"));
+}
+
+// A first line of 30 MB and thousands of fields (a wrong delimiter): the wizard keeps painting
+// while it reads, takes no input meanwhile, and then lists the first 1000 columns and says so.
+TEST_F(ImportWizardGui, AHugeFirstLinePreviewsWhileTheWindowPaints)
+{
+    refhost::testing::TempDir folder;
+    std::string line;
+    for (int i = 0; i < 3000; ++i)
+        line += std::string(10000, static_cast<char>('a' + i % 26)) + "\t";
+    const WString file = folder.WriteFile("wide.txt", line + "\n1\t2\n");
+    CDlgTxtConfiguration::SetFileChooser([&](wxWindow*, const WString&, WString& path) {
+        path = file;
+        return true;
+    });
+    // The dialog's windows may go later than the test's locals: the handler owns its count.
+    auto paintsWhileBusy = std::make_shared<int>(0);
+    wxString said;
+    CadShim::DriveNextDialog([&](wxWindow* dialog) {
+        Control(dialog, 221)->Bind(wxEVT_PAINT, [paintsWhileBusy, dialog](wxPaintEvent& event) {
+            *paintsWhileBusy += dialog->IsEnabled() ? 0 : 1;
+            event.Skip();
+        });
+        Click(dialog, 200);
+        PumpUntil([&] { return ColumnList(dialog)->GetNumberRows() == 1000; }, 20000);
+        EXPECT_TRUE(dialog->IsEnabled());
+        EXPECT_EQ(dynamic_cast<wxListCtrl*>(Control(dialog, 555))->GetColumnCount(), 1000);
+        EXPECT_EQ(dynamic_cast<wxListCtrl*>(Control(dialog, 555))->GetItemCount(), 2);
+        std::function<void(wxWindow*)> find = [&](wxWindow* window) {
+            if (auto* text = dynamic_cast<wxStaticText*>(window); text && text->GetLabel().StartsWith("The lines"))
+                said = text->GetLabel();
+            for (wxWindow* child : window->GetChildren())
+                find(child);
+        };
+        find(dialog);
+        Screenshot(dialog, "import-wizard-huge-line");
+        Click(dialog, IDCANCEL);
+    });
+    CDlgTxtConfiguration dialog(definition_, false);
+    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+    EXPECT_GT(*paintsWhileBusy, 0);
+    EXPECT_EQ(said, "The lines have 3000 columns; only C1 to C1000 are listed and imported.");
 }

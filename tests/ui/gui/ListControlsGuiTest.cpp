@@ -124,11 +124,13 @@ TEST(RunBesideEventLoop, LongWorkLetsTheWindowsPaintAndQuickWorkJustRuns)
 {
     Host host;
     auto* panel = host.Show(new wxPanel(host.frame, wxID_ANY, wxDefaultPosition, wxSize(200, 100)));
-    std::atomic<int> paints{0};
-    panel->Bind(wxEVT_PAINT, [&](wxPaintEvent&) {
-        wxPaintDC dc(panel);
-        ++paints;
+    // The frame goes later than the test's locals: its handler owns what it counts in.
+    auto painted = std::make_shared<std::atomic<int>>(0);
+    panel->Bind(wxEVT_PAINT, [painted](wxPaintEvent& event) {
+        wxPaintDC dc(static_cast<wxWindow*>(event.GetEventObject()));
+        ++*painted;
     });
+    std::atomic<int>& paints = *painted;
     const std::thread::id caller = std::this_thread::get_id();
 
     std::thread::id worker;
