@@ -5,7 +5,9 @@
 #include "refhost/app/CommandLine.h"
 #include "refhost/app/ModuleHost.h"
 
+#include <chrono>
 #include <ostream>
+#include <string>
 
 namespace tessel {
 
@@ -22,5 +24,9 @@ int RunCommand(const Command& command, std::ostream& out);
 
 // "12,345,678 points", "1 point": counts in summary lines.
 std::string Counted(std::size_t count, const std::string& singular, const std::string& plural);
+
+// A job's summary line on standard error, "tessel: WHAT in 1.23 s" (time since started),
+// unless --quiet.
+void PrintSummary(const GlobalOptions& global, std::chrono::steady_clock::time_point started, const std::string& what);
 
 } // namespace tessel

@@ -17,9 +17,9 @@
 
 #include <cerrno>
 #include <chrono>
-#include <cstdio>
 #include <fstream>
 #include <iostream>
+#include <optional>
 
 namespace tessel {
 namespace {
@@ -68,17 +68,23 @@ IfExists AskTheUser(const std::string& target)
                                          : IfExists::Cancel;
 }
 
-// Where the engine writes. A regular target is written as a temporary file beside it; when
-// the target exists, so does the temporary file, holding the target's bytes for "append",
-// so that the engine asks its question, which gets the user's answer.
-std::string PrepareEnginePath(const ExportRequest& request, TemporaryFile& temporary)
+// Where the engine writes, and what the user answered for an existing target (none when
+// the target was new or is a special file). A regular target is written as a temporary file
+// beside it; when the target exists, so does the temporary file, holding the target's bytes
+// for "append", so that the engine asks its question, which gets the user's answer.
+struct EngineTarget {
+    std::string path;
+    std::optional<IfExists> answer;
+};
+
+EngineTarget PrepareEngineTarget(const ExportRequest& request, TemporaryFile& temporary)
 {
     if (IsSpecialFile(request.output))
-        return request.output;
+        return {request.output, std::nullopt};
     temporary.CreateBeside(request.output);
     if (!IsRegularFile(request.output)) {
         temporary.RemoveFileKeepName();
-        return temporary.Path();
+        return {temporary.Path(), std::nullopt};
     }
     const IfExists answer = request.ifExists == IfExists::Ask ? AskTheUser(request.output) : request.ifExists;
     if (answer == IfExists::Append)
@@ -88,7 +94,7 @@ std::string PrepareEnginePath(const ExportRequest& request, TemporaryFile& tempo
     // the command line rather than in a second dialog.
     CadShim::AllowDialogs(false);
     CadShim::QueueKeywordAnswers({FileChoiceKeyword(FileChoiceOf(answer))});
-    return temporary.Path();
+    return {temporary.Path(), answer};
 }
 
 } // namespace
@@ -113,31 +119,22 @@ int RunExportCommand(ModuleHost& module, const ExportRequest& request, const Glo
     job.Build(ModuleCodePage());
 
     TemporaryFile temporary;
-    const std::string enginePath = PrepareEnginePath(request, temporary);
-    const std::size_t promptsBefore = CadShim::RecordedPrompts().size();
-    if (job.Run(enginePath) != 1) {
-        const bool asked = CadShim::RecordedPrompts().size() > promptsBefore;
+    const EngineTarget target = PrepareEngineTarget(request, temporary);
+    if (job.Run(target.path) != 1) {
         std::cerr << "tessel export: "
-                  << (asked ? "'" + request.output + "' exists and was left as it was: the export was cancelled" +
-                                  (request.ifExists == IfExists::Ask && isatty(STDIN_FILENO) != 1 &&
-                                           CadShim::RecordedDialogs().empty()
-                                       ? " (answer with --if-exists)"
-                                       : "")
-                            : "the engine wrote nothing to '" + request.output + "'")
+                  << (target.answer == IfExists::Cancel
+                          ? "'" + request.output + "' exists and was left as it was: the export was cancelled" +
+                                (request.ifExists == IfExists::Ask ? " (answer with --if-exists)" : "")
+                          : "the engine wrote nothing to '" + request.output + "'")
                   << std::endl;
         return ExitJobFailed;
     }
     if (!temporary.Path().empty())
         temporary.Replace(request.output);
 
-    if (!global.quiet) {
-        const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
-        char time[32];
-        std::snprintf(time, sizeof time, "%.2f s", seconds);
-        std::cerr << "tessel: exported " << Counted(job.EntityCount(), "entity", "entities") << " as "
-                  << job.EntityName() << " from '" << request.input << "' to '" << request.output << "' in " << time
-                  << std::endl;
-    }
+    PrintSummary(global, started,
+                 "exported " + Counted(job.EntityCount(), "entity", "entities") + " as " + job.EntityName() +
+                     " from '" + request.input + "' to '" + request.output + "'");
     return ExitSuccess;
 }
 

@@ -7,7 +7,6 @@
 #include "refhost/app/ImportOutput.h"
 
 #include <chrono>
-#include <cstdio>
 #include <iostream>
 
 namespace tessel {
@@ -42,6 +41,8 @@ int RunImportCommand(ModuleHost& module, const ImportRequest& request, const Glo
     const auto output = MakeImportOutput(path, format);
     output->Open();
     const auto started = std::chrono::steady_clock::now();
+    // The engine says why it stopped in an alert where it has a reason to give (no interface
+    // of the job says whether it did); otherwise tessel says what happened.
     const std::size_t alertsBefore = CadShim::RecordedAlerts().size();
     if (job.Run() != 1) {
         if (CadShim::RecordedAlerts().size() == alertsBefore)
@@ -53,17 +54,13 @@ int RunImportCommand(ModuleHost& module, const ImportRequest& request, const Glo
     const std::size_t records = job.RecordCount();
     job.KeepRecordsUntilExit();
 
-    if (!global.quiet) {
-        const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
-        const std::size_t lines = job.LinesRead();
-        char time[32];
-        std::snprintf(time, sizeof time, "%.2f s", seconds);
-        const std::string noun = job.RecordNoun();
-        std::cerr << "tessel: read " << Counted(lines, "line", "lines") << " of '" << request.file << "', imported "
-                  << Counted(records, noun, noun + "s") << " ("
-                  << Counted(lines > records ? lines - records : 0, "line", "lines") << " skipped) to "
-                  << output->DisplayName() << " in " << time << std::endl;
-    }
+    const std::size_t lines = job.LinesRead();
+    const std::string noun = job.RecordNoun();
+    PrintSummary(global, started,
+                 "read " + Counted(lines, "line", "lines") + " of '" + request.file + "', imported " +
+                     Counted(records, noun, noun + "s") + " (" +
+                     Counted(lines > records ? lines - records : 0, "line", "lines") + " skipped) to " +
+                     output->DisplayName());
     return ExitSuccess;
 }
 

@@ -1,183 +1,145 @@
-// "tessel import KIND FILE": options of an import job and their rules.
+// "tessel import KIND FILE": options of an import job and their rules. Each option is
+// declared once and parsed straight into the request; rules that weigh several options
+// against each other run once parsing has finished.
 
 #include "refhost/app/AppError.h"
 #include "refhost/app/CommandLineParts.h"
 #include "refhost/app/OptionSyntax.h"
 
-#include <map>
-#include <memory>
-
 namespace tessel {
 namespace {
 
-const std::map<std::string, OutputFormat> kFormats = {
-    {"jsonl", OutputFormat::JsonLines},  {"geojson", OutputFormat::GeoJson},    {"csv", OutputFormat::Csv},
-    {"gpkg", OutputFormat::GeoPackage}, {"fgb", OutputFormat::FlatGeobuf}, {"shp", OutputFormat::Shapefile}};
+const std::vector<std::pair<std::string, OutputFormat>> kFormats = {
+    {"jsonl", OutputFormat::JsonLines}, {"geojson", OutputFormat::GeoJson}, {"csv", OutputFormat::Csv},
+    {"gpkg", OutputFormat::GeoPackage}, {"fgb", OutputFormat::FlatGeobuf},  {"shp", OutputFormat::Shapefile}};
 
-struct ImportOptions {
-    std::string kind, file, nodeConfig, filter, keyValue, output, format, crs;
-    std::vector<std::string> binds, nodeBinds, transforms, keys;
-    int entityType = 0, maxLines = 0, keyIndex = 0;
-    ImportConfigOptions config;
-    CLI::Option *nodeConfigOption, *bindOption, *nodeBindOption, *transformOption, *entityTypeOption, *dataOnly,
-        *sectionNodes, *secondary, *filterOption, *maxLinesOption, *keysOption, *keyValueOption, *keyIndexOption,
-        *formatOption, *outputOption, *crsOption;
-};
-
-void CheckTableOptions(const ImportOptions& options)
+void CheckTableOptions(const CLI::App& import, const ImportRequest& request)
 {
-    for (const CLI::Option* option :
-         {options.bindOption, options.nodeBindOption, options.transformOption, options.filterOption, options.secondary,
-          options.sectionNodes, options.dataOnly, options.entityTypeOption, options.nodeConfigOption})
-        RejectIfGiven(option, "'import table' (a row holds every column; no binds, no job)");
+    RejectIfGiven(import,
+                  {"--bind", "--node-bind", "--transform", "--filter", "--secondary", "--section-nodes", "--data-only",
+                   "--entity-type", "--node-config"},
+                  "'import table' (a row holds every column; no binds, no job)");
     int variants = 0;
-    for (const CLI::Option* option : {options.maxLinesOption, options.keysOption, options.keyValueOption})
-        variants += option->count() > 0 ? 1 : 0;
+    for (const char* option : {"--max-lines", "--keys", "--key-value"})
+        variants += import.count(option) > 0 ? 1 : 0;
     if (variants > 1)
         throw UsageError("choose one of --max-lines, --keys and --key-value");
-    if (options.keyIndex < 0 && (options.keysOption->count() > 0 || options.keyValueOption->count() > 0))
+    if (request.keyIndex < 0 && request.tableVariant != TableVariant::AllRows)
         throw UsageError("--key-index: the key field index cannot be negative");
 }
 
-void CheckEntityOptions(const ImportOptions& options, ImportKind kind)
+void CheckEntityOptions(const CLI::App& import, const ImportRequest& request)
 {
-    for (const CLI::Option* option :
-         {options.maxLinesOption, options.keysOption, options.keyValueOption, options.keyIndexOption})
-        RejectIfGiven(option, "this kind (it selects rows of 'import table')");
-    if (kind != ImportKind::Points) {
-        RejectIfGiven(options.filterOption, "this kind (only 'import points' filters positions)");
-        RejectIfGiven(options.secondary, "this kind (only 'import points' reads the secondary side)");
+    RejectIfGiven(import, {"--max-lines", "--keys", "--key-value", "--key-index"},
+                  "this kind (it selects rows of 'import table')");
+    if (request.kind != ImportKind::Points) {
+        RejectIfGiven(import, {"--filter"}, "this kind (only 'import points' filters positions)");
+        RejectIfGiven(import, {"--secondary"}, "this kind (only 'import points' reads the secondary side)");
     }
-    if (options.secondary->count() > 0 && options.nodeBinds.empty())
+    if (request.secondary && request.nodeBinds.empty())
         throw UsageError("--secondary reads the secondary binds: give them with --node-bind");
 }
 
-void Finish(const ImportOptions& options, ImportRequest& request)
+void AddBindOptions(CLI::App& import, ImportRequest& request)
 {
-    request.kind = ImportKindNamed(options.kind);
-    request.file = options.file;
-    request.config = options.config.Finish();
-    if (request.kind == ImportKind::Table)
-        CheckTableOptions(options);
-    else
-        CheckEntityOptions(options, request.kind);
+    AddBindOption(import, "--bind", request.binds,
+                  "Bind a column to a target, in order (repeat): COLUMN=TARGET or NAME; targets: ENTITY_NAME, "
+                  "NODE_COORDINATE_X/Y, NODE_X/Y, NODE_S/E, or any attribute name",
+                  "COLUMN=TARGET");
+    AddTransformOption(import, request.transforms,
+                       "Transform of the binds to TARGET (repeat): TARGET=upper|lower|trim|null|text|real|integer");
+    import
+        .add_option("--node-config", request.nodeConfigFile,
+                    "Secondary (node) configuration string (default: the "
+                    "main one)")
+        ->type_name("CFG.xml");
+    AddBindOption(import, "--node-bind", request.nodeBinds, "A secondary (node) bind, in order (repeat)",
+                  "COLUMN=TARGET");
+}
 
-    if (options.nodeConfigOption->count() > 0)
-        request.nodeConfigFile = options.nodeConfig;
-    request.binds = ParseBindOptions("--bind", options.binds);
-    request.nodeBinds = ParseBindOptions("--node-bind", options.nodeBinds);
-    request.transforms = ParseTransformOptions(options.transforms);
-    if (options.entityTypeOption->count() > 0) {
-        CheckEntityType(options.entityType);
-        request.entityType = options.entityType;
-    }
-    request.dataOnly = options.dataOnly->count() > 0;
-    request.sectionNodes = options.sectionNodes->count() > 0;
-    request.secondary = options.secondary->count() > 0;
-    if (options.filterOption->count() > 0)
-        request.filter = ParseFilter(options.filter);
+void AddJobOptions(CLI::App& import, ImportRequest& request)
+{
+    AddEntityTypeOption(import, request.entityType,
+                        "The job's entity type (default: points and cloud 1, lines 2, polygons 16)");
+    import.add_flag("--data-only", request.dataOnly, "The job imports data for existing entities only");
+    import.add_flag("--section-nodes", request.sectionNodes, "The job also reads section nodes (secondary side)");
+    import.add_flag("--secondary", request.secondary,
+                    "points: read the secondary configuration and binds (nodes as points)");
+    import
+        .add_option_function<std::string>(
+            "--filter", [&request](const std::string& value) { request.filter = ParseFilter(value);
+},
+            "points: keep only positions in XMIN,YMIN,XMAX,YMAX")
+        ->type_name("XMIN,YMIN,XMAX,YMAX");
+} // namespace
 
-    request.maxLines = options.maxLines;
-    request.keyIndex = options.keyIndex;
-    if (options.keysOption->count() > 0) {
-        request.tableVariant = TableVariant::LinkedKeys;
-        request.keys = options.keys;
-    } else if (options.keyValueOption->count() > 0) {
-        request.tableVariant = TableVariant::KeyValue;
-        ParseKeyValue(options.keyValue, request.keyValue, request.keyValueType);
-    }
-    if (options.outputOption->count() > 0)
-        request.output = options.output;
-    if (options.formatOption->count() > 0)
-        request.format = kFormats.at(options.format);
-    if (options.crsOption->count() > 0)
-        request.crs = options.crs;
+void AddTableOptions(CLI::App& import, ImportRequest& request)
+{
+    import.add_option("--max-lines", request.maxLines, "table: read at most N lines, comments included (default: all)")
+        ->type_name("N");
+    import
+        .add_option_function<std::vector<std::string>>(
+            "--keys",
+            [&request](const std::vector<std::string>& keys) {
+                request.tableVariant = TableVariant::LinkedKeys;
+    request.keys = keys;
+},
+            "table: only rows whose key field, in capitals, is one of these")
+        ->type_name("K1,K2,...")
+        ->delimiter(',');
+    import
+        .add_option_function<std::string>(
+            "--key-value",
+            [&request](const std::string& value) {
+                request.tableVariant = TableVariant::KeyValue;
+    ParseKeyValue(value, request.keyValue, request.keyValueType);
+    } // namespace tessel
+,
+            "table: rows of an empty key field matching VALUE[:real|text|integer|null]")
+        ->type_name("VALUE[:TYPE]");
+import.add_option("--key-index", request.keyIndex, "table: the key field's index (default: 0)")->type_name("N");
+}
+
+void AddOutputOptions(CLI::App& import, ImportRequest& request)
+{
+    import
+        .add_option("-o,--output", request.output,
+                    "Output file: .jsonl, .geojson, .csv, .gpkg (GeoPackage), .fgb (FlatGeobuf) or .shp (Shapefile) "
+                    "(default: standard output, JSON Lines)")
+        ->type_name("FILE");
+    AddNamedChoice(import, "--format", "Output format, whatever the extension", kFormats, request.format)
+        ->type_name("FORMAT");
+    import
+        .add_option("--crs", request.crs,
+                    "The coordinate system of the positions (EPSG:25833, WKT or a PROJ string), written into every "
+                    "format that carries one")
+        ->type_name("CRS");
 }
 
 } // namespace
 
 FinishParsing AddImportCommand(CLI::App& app, Command& command)
 {
-    auto options = std::make_shared<ImportOptions>();
+    ImportRequest& request = command.import;
     CLI::App* import = app.add_subcommand("import", "Import a text file through the module's IMPORT_TXT engine");
-    import->add_option("KIND", options->kind, "points, lines, polygons, table or cloud")
-        ->type_name("KIND")
-        ->required()
-        ->check(CLI::IsMember(ImportKindNames()));
-    import->add_option("FILE", options->file, "The text file (it becomes the configuration's file path)")
+    AddImportKindArgument(*import, request.kind);
+    import->add_option("FILE", request.file, "The text file (it becomes the configuration's file path)")
         ->type_name("FILE")
         ->required();
+    AddImportConfigOptions(*import, request.config);
+    AddBindOptions(*import, request);
+    AddJobOptions(*import, request);
+    AddTableOptions(*import, request);
+    AddOutputOptions(*import, request);
 
-    options->config.Add(*import);
-    options->bindOption = import
-                              ->add_option("--bind", options->binds,
-                                           "Bind a column to a target, in order (repeat): COLUMN=TARGET or NAME; "
-                                           "targets: ENTITY_NAME, NODE_COORDINATE_X/Y, NODE_X/Y, NODE_S/E, or "
-                                           "any attribute name")
-                              ->type_name("COLUMN=TARGET")
-                              ->allow_extra_args(false);
-    options->transformOption =
-        import
-            ->add_option("--transform", options->transforms,
-                         "Transform of the binds to TARGET (repeat): TARGET=upper|lower|trim|null|text|real|integer")
-            ->type_name("TARGET=NAME")
-            ->allow_extra_args(false);
-    options->nodeConfigOption = import
-                                    ->add_option("--node-config", options->nodeConfig,
-                                                 "Secondary (node) configuration string (default: the main one)")
-                                    ->type_name("CFG.xml");
-    options->nodeBindOption =
-        import->add_option("--node-bind", options->nodeBinds, "A secondary (node) bind, in order (repeat)")
-            ->type_name("COLUMN=TARGET")
-            ->allow_extra_args(false);
-    options->entityTypeOption =
-        import
-            ->add_option("--entity-type", options->entityType,
-                         "The job's entity type (default: points and cloud 1, lines 2, polygons 16)")
-            ->type_name("N");
-    options->dataOnly = import->add_flag("--data-only", "The job imports data for existing entities only");
-    options->sectionNodes = import->add_flag("--section-nodes", "The job also reads section nodes (secondary side)");
-    options->secondary =
-        import->add_flag("--secondary", "points: read the secondary configuration and binds (nodes as points)");
-    options->filterOption =
-        import->add_option("--filter", options->filter, "points: keep only positions in XMIN,YMIN,XMAX,YMAX")
-            ->type_name("XMIN,YMIN,XMAX,YMAX");
-    options->maxLinesOption = import
-                                  ->add_option("--max-lines", options->maxLines,
-                                               "table: read at most N lines, comments included (default: all)")
-                                  ->type_name("N");
-    options->keysOption =
-        import->add_option("--keys", options->keys, "table: only rows whose key field, in capitals, is one of these")
-            ->type_name("K1,K2,...")
-            ->delimiter(',');
-    options->keyValueOption =
-        import
-            ->add_option("--key-value", options->keyValue,
-                         "table: rows of an empty key field matching VALUE[:real|text|integer|null]")
-            ->type_name("VALUE[:TYPE]");
-    options->keyIndexOption =
-        import->add_option("--key-index", options->keyIndex, "table: the key field's index (default: 0)")
-            ->type_name("N");
-    options->outputOption = import
-                                ->add_option("-o,--output", options->output,
-                                             "Output file: .jsonl, .geojson, .csv, .gpkg (GeoPackage), .fgb "
-                                             "(FlatGeobuf) or .shp (Shapefile) (default: standard output, JSON "
-                                             "Lines)")
-                                ->type_name("FILE");
-    options->formatOption = import->add_option("--format", options->format, "Output format, whatever the extension")
-                                ->type_name("FORMAT")
-                                ->check(CLI::IsMember({"jsonl", "geojson", "csv", "gpkg", "fgb", "shp"}));
-    options->crsOption = import
-                             ->add_option("--crs", options->crs,
-                                          "The coordinate system of the positions (EPSG:25833, WKT or a PROJ "
-                                          "string), written into every format that carries one")
-                             ->type_name("CRS");
-
-    return [import, options, &command] {
+    return [import, &command] {
         if (!import->parsed())
             return;
         command.name = CommandName::Import;
-        Finish(*options, command.import);
+        if (command.import.kind == ImportKind::Table)
+            CheckTableOptions(*import, command.import);
+        else
+            CheckEntityOptions(*import, command.import);
     };
 }
 

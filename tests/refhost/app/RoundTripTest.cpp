@@ -136,7 +136,9 @@ TEST(ExportExistingFile, AnswersComeFromIfExistsAndCancelLeavesTheFile)
                        "(answer with --if-exists)\n");
     EXPECT_EQ(folder.ReadFile("out.txt"), "old\r\n");
 
-    EXPECT_EQ(RunTessel(Joined(job, {"--if-exists", "cancel"}), folder.Path()).status, 1);
+    run = RunTessel(Joined(job, {"--if-exists", "cancel"}), folder.Path());
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, "tessel export: 'out.txt' exists and was left as it was: the export was cancelled\n");
     EXPECT_EQ(folder.ReadFile("out.txt"), "old\r\n");
 
     run = RunTessel(Joined(job, {"--if-exists", "append"}), folder.Path());
