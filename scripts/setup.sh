@@ -8,7 +8,7 @@ packages=(
   libboost-dev                       # boost::shared_ptr in the host's interfaces
   libgtest-dev libgmock-dev          # tests
   libcli11-dev nlohmann-json3-dev libfast-float-dev   # the reference host application
-  libgdal-dev gdal-bin               # tessel's GIS formats and coordinate systems; ogr2ogr for its benchmark
+  libgdal-dev gdal-bin libsqlite3-dev   # tessel's GIS formats and coordinate systems (SQLite for the GeoPackage index); ogr2ogr for its benchmark
   clang libclang-rt-14-dev           # fuzz targets (libFuzzer)
   libwxgtk3.2-dev libx11-dev libxtst-dev   # the dialogs (wxWidgets), their screenshots and key presses
   xvfb xauth fonts-liberation2       # the dialogs' tests, in real windows on a virtual display

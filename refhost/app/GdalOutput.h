@@ -6,7 +6,10 @@
 
 #include "refhost/app/ImportOutput.h"
 
+#include "refhost/app/GpkgSpatialIndex.h"
+
 #include <string>
+#include <vector>
 
 class GDALDataset;
 
@@ -28,12 +31,21 @@ public:
     void Commit() override;
     std::string DisplayName() const override { return "'" + path_ + "'"; }
 
+    // A GeoPackage point layer's spatial index, built once the dataset is closed.
+    struct PendingIndex {
+        std::string table; // empty: no index to build
+        std::string geometryColumn, fidColumn;
+        std::vector<IndexedPoint> points;
+    };
+
 private:
     void Discard();
 
     std::string path_;
     OutputFormat format_;
-    std::string folder_; // the temporary folder, while it exists
+    std::string folder_;      // the temporary folder, while it exists
+    std::string datasetPath_; // the dataset's main file in it
+    PendingIndex index_;
     GDALDataset* dataset_ = nullptr;
 };
 
