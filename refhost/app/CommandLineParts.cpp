@@ -20,15 +20,20 @@ CLI::Option* AddEscapedOption(CLI::App& command, const std::string& name, std::o
         name, [name, &target](const std::string& value) { target = ResolveEscapes(name, value); }, help);
 }
 
+// --config: a stored configuration instead of the options that compose one.
+CLI::Option* AddConfigFileOption(CLI::App& command, std::optional<std::string>& file, const std::string& engine)
+{
+    return command
+        .add_option("--config", file,
+                    engine + " configuration string, as the engine stores it (instead of the options below)")
+        ->type_name("CFG.xml");
+}
+
 } // namespace
 
 void AddImportConfigOptions(CLI::App& command, ImportConfigChoice& choice)
 {
-    CLI::Option* config =
-        command
-            .add_option("--config", choice.configFile,
-                        "Import configuration string, as the engine stores it (instead of the options below)")
-            ->type_name("CFG.xml");
+    CLI::Option* config = AddConfigFileOption(command, choice.configFile, "Import");
     AddEscapedOption(command, "--delimiters", choice.delimiters,
                      "Delimiter characters, each one separates fields (\\t tab, \\s blank; default: blank)")
         ->type_name("CHARS")
@@ -59,11 +64,7 @@ void AddImportConfigOptions(CLI::App& command, ImportConfigChoice& choice)
 
 void AddExportConfigOptions(CLI::App& command, ExportConfigChoice& choice)
 {
-    CLI::Option* config =
-        command
-            .add_option("--config", choice.configFile,
-                        "Export configuration string, as the engine stores it (instead of the options below)")
-            ->type_name("CFG.xml");
+    CLI::Option* config = AddConfigFileOption(command, choice.configFile, "Export");
     CLI::Option* header = command.add_flag_callback(
         "--header", [&choice] { choice.header = true; },
         "Write a header line with the target field names (the default)");
