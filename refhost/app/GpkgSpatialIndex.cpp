@@ -118,8 +118,8 @@ public:
 
     [[noreturn]] void Fail()
     {
-        throw JobError("cannot write the spatial index of '" + path_ + "': " +
-                       (db_ ? sqlite3_errmsg(db_) : "SQLite cannot open it"));
+        throw JobError("cannot write the spatial index of '" + path_ +
+                       "': " + (db_ ? sqlite3_errmsg(db_) : "SQLite cannot open it"));
     }
 
 private:
@@ -130,8 +130,8 @@ private:
 class TreeWriter {
 public:
     TreeWriter(Database& db, const std::string& rtree, std::size_t nodeBytes)
-        : db_(db), nodeBytes_(nodeBytes), node_(db.Prepare("INSERT OR REPLACE INTO " + Quoted(rtree + "_node") +
-                                                           " VALUES (?, ?)")),
+        : db_(db), nodeBytes_(nodeBytes),
+          node_(db.Prepare("INSERT OR REPLACE INTO " + Quoted(rtree + "_node") + " VALUES (?, ?)")),
           rowid_(db.Prepare("INSERT INTO " + Quoted(rtree + "_rowid") + " VALUES (?, ?)")),
           parent_(db.Prepare("INSERT INTO " + Quoted(rtree + "_parent") + " VALUES (?, ?)"))
     {}

@@ -164,7 +164,8 @@ TEST(GisOutputGeoPackage, SpatialIndexAnswersAsAScanDoesAndFollowsEdits)
     for (const auto& area : areas) {
         long long scanned = 0;
         for (const auto& point : points)
-            scanned += point.first >= area[0] && point.first <= area[2] && point.second >= area[1] && point.second <= area[3];
+            scanned +=
+                point.first >= area[0] && point.first <= area[2] && point.second >= area[1] && point.second <= area[3];
         layer->SetSpatialFilterRect(area[0], area[1], area[2], area[3]);
         EXPECT_EQ(layer->GetFeatureCount(), scanned) << area[0] << " " << area[1] << " " << area[2] << " " << area[3];
     }
