@@ -3,7 +3,7 @@
 #include "refhost/app/AppError.h"
 #include "refhost/app/CoordinateSystem.h"
 #include "refhost/app/GdalErrors.h"
-#include "refhost/app/GpkgSpatialIndex.h"
+#include "refhost/app/SpatialIndexes.h"
 #include "refhost/app/TemporaryFile.h"
 #include "refhost/HostSide.h"
 #include "refhost/Utf8.h"
@@ -12,6 +12,7 @@
 #include <ogrsf_frmts.h>
 
 #include <cerrno>
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -56,7 +57,7 @@ OGRFieldType OgrType(FieldType type)
 
 class GdalRecordWriter final : public RecordWriter {
 public:
-    // index, when not null, collects a GeoPackage's points for the spatial index built at the end.
+    // index, when not null, collects the points for the spatial index built at the end.
     GdalRecordWriter(GDALDataset& dataset, std::string path, OutputFormat format, GdalOutput::PendingIndex* index)
         : dataset_(dataset), path_(std::move(path)), format_(format), index_(index)
     {}
@@ -81,6 +82,7 @@ public:
         if (!layer_)
             ThrowGdal(path_, errors_);
         if (index_) {
+            index_->wanted = true;
             index_->table = layer_->GetName();
             index_->geometryColumn = layer_->GetGeometryColumn();
             index_->fidColumn = layer_->GetFIDColumn();
@@ -137,8 +139,11 @@ private:
         feature_->SetFID(OGRNullFID);
         if (layer_->CreateFeature(feature_) != OGRERR_NONE)
             ThrowGdal(path_, errors_);
+        // A GeoPackage indexes the features with a point, a FlatGeobuf every feature.
         if (index_ && withPosition)
             index_->points.push_back({feature_->GetFID(), point_.getX(), point_.getY()});
+        else if (index_ && format_ == OutputFormat::FlatGeobuf)
+            index_->points.push_back({feature_->GetFID(), NAN, NAN});
         if (inTransaction_ && ++featuresInTransaction_ == kFeaturesPerTransaction) {
             if (dataset_.CommitTransaction() != OGRERR_NONE)
                 ThrowGdal(path_, errors_);
@@ -229,7 +234,7 @@ void GdalOutput::Open()
 std::unique_ptr<RecordWriter> GdalOutput::MakeWriter()
 {
     return std::make_unique<GdalRecordWriter>(*dataset_, path_, format_,
-                                              format_ == OutputFormat::GeoPackage ? &index_ : nullptr);
+                                              format_ == OutputFormat::Shapefile ? nullptr : &index_);
 }
 
 void GdalOutput::Commit()
@@ -243,9 +248,11 @@ void GdalOutput::Commit()
         if (CPLGetLastErrorType() >= CE_Failure)
             ThrowGdal(path_, errors);
     }
-    if (!index_.table.empty())
+    if (index_.wanted && format_ == OutputFormat::GeoPackage)
         AddGpkgSpatialIndex(datasetPath_, index_.table, index_.geometryColumn, index_.fidColumn,
                             std::move(index_.points));
+    else if (index_.wanted && format_ == OutputFormat::FlatGeobuf)
+        AddFlatGeobufIndex(datasetPath_, index_.points);
     const fs::path target(path_);
     std::error_code error;
     for (const fs::path& old : TargetFiles(target, format_)) {

@@ -6,7 +6,7 @@
 
 #include "refhost/app/ImportOutput.h"
 
-#include "refhost/app/GpkgSpatialIndex.h"
+#include "refhost/app/SpatialIndexes.h"
 
 #include <string>
 #include <vector>
@@ -31,10 +31,10 @@ public:
     void Commit() override;
     std::string DisplayName() const override { return "'" + path_ + "'"; }
 
-    // A GeoPackage point layer's spatial index, built once the dataset is closed.
+    // A point layer's spatial index, built once the dataset is closed.
     struct PendingIndex {
-        std::string table; // empty: no index to build
-        std::string geometryColumn, fidColumn;
+        bool wanted = false;
+        std::string table, geometryColumn, fidColumn;
         std::vector<IndexedPoint> points;
     };
 

@@ -1,4 +1,4 @@
-#include "refhost/app/GpkgSpatialIndex.h"
+#include "refhost/app/SpatialIndexes.h"
 
 #include "refhost/app/AppError.h"
 
