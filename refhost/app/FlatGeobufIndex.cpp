@@ -228,8 +228,6 @@ void AddFlatGeobufIndex(const std::string& path, const std::vector<IndexedPoint>
         if (!count || !nodeSize || Read<std::uint16_t>(header + nodeSize) != 0 ||
             Read<std::uint64_t>(header + count) != points.size())
             Fail(path, "its header is not that of a FlatGeobuf file without an index of these features");
-        if (points.empty())
-            return;
 
         // Each feature's place, found by walking their size prefixes.
         const std::size_t featuresStart = kMagicBytes + 4 + headerBytes;

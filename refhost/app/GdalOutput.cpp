@@ -71,7 +71,9 @@ public:
         std::vector<const char*> options;
         if (format_ == OutputFormat::Shapefile)
             options.push_back("ENCODING=UTF-8");
-        if (!points)
+        // GDAL's FlatGeobuf writer leaves a file without features and without an index empty
+        // (not even a header), so an empty one is GDAL's own.
+        if (!points || (format_ == OutputFormat::FlatGeobuf && layout.records == 0))
             index_ = nullptr;
         if (index_)
             options.push_back("SPATIAL_INDEX=NO");

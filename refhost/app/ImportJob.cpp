@@ -326,6 +326,7 @@ void ImportJob::Write(RecordWriter& writer, std::shared_ptr<const CoordinateSyst
 {
     RecordLayout layout = layout_;
     layout.crs = std::move(crs);
+    layout.records = RecordCount();
     writer.Begin(layout);
     for (const auto& entity : entities_) {
         if (!entity)

@@ -39,6 +39,7 @@ struct RecordLayout {
     std::vector<FieldType> fieldTypes;   // one per field name
     // The coordinate system the user gave the positions (none: nothing is claimed).
     std::shared_ptr<const CoordinateSystem> crs;
+    std::size_t records = 0; // how many records follow
 };
 
 // One imported entity as the framework holds it. Pointers that are null stand for what the

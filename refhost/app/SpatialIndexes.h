@@ -25,7 +25,8 @@ void AddGpkgSpatialIndex(const std::string& path, const std::string& table, cons
                          const std::string& fidColumn, std::vector<IndexedPoint> points);
 
 // Adds the packed Hilbert R-tree to the FlatGeobuf file at path, which GDAL wrote without an
-// index; points holds every feature's point in the order written. The features are
+// index; points holds every feature's point in the order written (at least one: GDAL writes
+// no header for a file without features, so an empty file is GDAL's own). The features are
 // rewritten in the tree's order, as FlatGeobuf keeps them. Throws JobError.
 void AddFlatGeobufIndex(const std::string& path, const std::vector<IndexedPoint>& points);
 

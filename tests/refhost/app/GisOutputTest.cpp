@@ -171,6 +171,22 @@ TEST_P(SpatialIndex, AnswersAreaQueriesAsAScanDoes)
     }
 }
 
+// Where nothing is imported there is nothing to index, and the dataset is still a valid,
+// empty one.
+TEST_P(SpatialIndex, AnEmptyImportIsAnEmptyDataset)
+{
+    TempDir folder;
+    folder.WriteFile("empty.txt", "# no points yet\n");
+    const TesselRun run =
+        RunTessel({"-q", "import", "points", "empty.txt", "--column", "name", "--column", "x:real", "--column",
+                   "y:real", "--bind", "x=NODE_COORDINATE_X", "--bind", "y=NODE_COORDINATE_Y", "-o", GetParam()},
+                  folder.Path());
+    ASSERT_EQ(run.status, 0) << run.err;
+    const Dataset dataset = OpenVector(folder.Path() + "/" + GetParam());
+    ASSERT_TRUE(dataset);
+    EXPECT_EQ(dataset->GetLayer(0)->GetFeatureCount(), 0);
+}
+
 INSTANTIATE_TEST_SUITE_P(Formats, SpatialIndex, ::testing::Values("grid.gpkg", "grid.fgb"),
                          [](const auto& info) { return std::string(info.param).substr(5); });
 
