@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -18,7 +19,8 @@ namespace tessel {
 namespace {
 
 // The file: 8 bytes of magic, the header (a size-prefixed flatbuffer), the index, then the
-// features (each a size-prefixed flatbuffer). All numbers little-endian.
+// features (each a size-prefixed flatbuffer). All numbers little-endian, as on every system
+// tessel builds with GDAL, so numbers are read and written as they lie in memory.
 constexpr std::size_t kMagicBytes = 8;
 constexpr std::uint16_t kNodeSize = 16; // children per index node, as GDAL writes it
 constexpr int kFeaturesCountField = 8;  // fields of the header table

@@ -221,9 +221,8 @@ void GdalOutput::Open()
     if (!driver)
         throw JobError(std::string("cannot write '") + path_ + "': this GDAL has no " + DriverName(format_) + " driver");
     // The dataset is a temporary file until it is complete, so the database need not keep a
-    // journal or wait for the disk on every commit. A page cache of 256 MB keeps the table's
-    // and the spatial index's pages in memory while millions of points go in: without it,
-    // SQLite's default of 2 MB writes and rereads them, and a million points take twice as long.
+    // journal or wait for the disk on every commit. A page cache of 256 MB (SQLite's default
+    // is 2 MB) keeps the pages being filled in memory while millions of points go in.
     CPLSetThreadLocalConfigOption("OGR_SQLITE_SYNCHRONOUS", "OFF");
     CPLSetThreadLocalConfigOption("OGR_SQLITE_JOURNAL", "OFF");
     CPLSetThreadLocalConfigOption("OGR_SQLITE_CACHE", "256");
