@@ -221,11 +221,9 @@ void GdalOutput::Open()
     if (!driver)
         throw JobError(std::string("cannot write '") + path_ + "': this GDAL has no " + DriverName(format_) + " driver");
     // The dataset is a temporary file until it is complete, so the database need not keep a
-    // journal or wait for the disk on every commit. A page cache of 256 MB (SQLite's default
-    // is 2 MB) keeps the pages being filled in memory while millions of points go in.
+    // journal or wait for the disk on every commit.
     CPLSetThreadLocalConfigOption("OGR_SQLITE_SYNCHRONOUS", "OFF");
     CPLSetThreadLocalConfigOption("OGR_SQLITE_JOURNAL", "OFF");
-    CPLSetThreadLocalConfigOption("OGR_SQLITE_CACHE", "256");
     datasetPath_ = (fs::path(folder_) / target.filename()).string();
     dataset_ = driver->Create(datasetPath_.c_str(), 0, 0, 0, GDT_Unknown, nullptr);
     if (!dataset_)
