@@ -106,6 +106,9 @@ void FailReads(int count, int goodReads = 0);
 // Writes succeed for byteBudget more bytes; the write that crosses the budget stores the
 // part that fits and fails, and so does every write after it (a full disk).
 void FailWritesAfter(std::uint64_t byteBudget);
+// Every ReadFile call waits this many microseconds before it reads (a slow network drive),
+// whichever thread makes it: work that is quick on a local disk can be made to take long.
+void SlowReads(int microseconds);
 void ClearFaults();
 } // namespace Faults
 

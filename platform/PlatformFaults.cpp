@@ -2,9 +2,13 @@
 #include "platform/PlatformFaults.h"
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <thread>
 
 // Set and consumed from one thread (the test's); when no fault is planned the checks only
-// read, so other threads may use the platform layer meanwhile.
+// read, so other threads may use the platform layer meanwhile. The slow reads are the
+// exception: they slow down work on other threads, so their setting is atomic.
 namespace {
 
 // Some calls that still succeed, then some that fail.
@@ -32,6 +36,7 @@ struct PlannedFailures {
 
 PlannedFailures openPlan;
 PlannedFailures readPlan;
+std::atomic<int> readDelayMicroseconds{0};
 bool writeBudgetSet = false;
 std::uint64_t writeBudget = 0;
 
@@ -49,12 +54,15 @@ void FailWritesAfter(std::uint64_t byteBudget)
     writeBudget = byteBudget;
 }
 
+void SlowReads(int microseconds) { readDelayMicroseconds = std::max(microseconds, 0); }
+
 void ClearFaults()
 {
     openPlan = PlannedFailures();
     readPlan = PlannedFailures();
     writeBudgetSet = false;
     writeBudget = 0;
+    readDelayMicroseconds = 0;
 }
 
 } // namespace Platform::Faults
@@ -63,7 +71,12 @@ namespace Platform::FaultPoint {
 
 bool OpenFails() { return openPlan.NextCallFails(); }
 
-bool ReadFails() { return readPlan.NextCallFails(); }
+bool ReadFails()
+{
+    if (const int delay = readDelayMicroseconds.load())
+        std::this_thread::sleep_for(std::chrono::microseconds(delay));
+    return readPlan.NextCallFails();
+}
 
 std::uint32_t WritableBytes(std::uint32_t size)
 {

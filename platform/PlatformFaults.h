@@ -9,6 +9,7 @@ namespace Platform::FaultPoint {
 // True when this open is to fail; consumes one planned failure.
 bool OpenFails();
 // True when this read is to fail; counts the reads that go through before the failures.
+// Waits first when reads are to be slow.
 bool ReadFails();
 // How many of size bytes the disk still takes (size when no budget is set); takes them off
 // the budget.
