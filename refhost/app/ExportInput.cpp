@@ -143,7 +143,7 @@ void AddFeature(InputBuilder& builder, const json& feature)
     record.start = OptionalText(feature, "start");
     record.end = OptionalText(feature, "end");
     if (const auto geometry = feature.find("geometry"); geometry != feature.end() && geometry->is_object()) {
-        if (geometry->value("type", "") == "Point")
+        if (geometry->value("type", json()) == "Point")
             record.position = Coordinates(geometry->value("coordinates", json()));
     }
     if (const auto properties = feature.find("properties"); properties != feature.end() && properties->is_object()) {

@@ -62,16 +62,18 @@ TEST(ExportInput, GeoJsonPropertiesKeepTheirDocumentOrder)
     TempDir folder;
     folder.WriteFile("in.geojson", R"({"type":"FeatureCollection","crs":{"type":"name"},"features":[
       {"type":"Feature","id":7,"geometry":{"type":"Point","coordinates":[10,20]},"properties":{"z":1,"a":"x"}},
-      {"type":"Feature","geometry":{"type":"LineString","coordinates":[[0,0],[1,1]]},"properties":{"b":2.5,"a":"y"}}
+      {"type":"Feature","geometry":{"type":"LineString","coordinates":[[0,0],[1,1]]},"properties":{"b":2.5,"a":"y"}},
+      {"type":"Feature","geometry":{"type":0,"coordinates":[1,2]}}
     ]})");
     const ExportInput input = ReadExportInput(folder.Path() + "/in.geojson", InputFormat::GeoJson);
     EXPECT_EQ(input.fieldNames, (std::vector<std::string>{"z", "a", "b"}));
-    ASSERT_EQ(input.records.size(), 2u);
+    ASSERT_EQ(input.records.size(), 3u);
     EXPECT_EQ(U8(*input.records[0].name), "7");
     EXPECT_EQ(input.records[0].position->x, 10);
     EXPECT_EQ(Describe(input.records[0]), (std::vector<std::string>{"int 1", "text x"}));
     EXPECT_FALSE(input.records[1].position);
     EXPECT_EQ(Describe(input.records[1]), (std::vector<std::string>{"null", "text y", "real 2.5"}));
+    EXPECT_FALSE(input.records[2].position); // a geometry type that is no name is no point
     EXPECT_EQ(input.FieldIndex("b"), 2);
     EXPECT_EQ(input.FieldIndex("missing"), -1);
 }
