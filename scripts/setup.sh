@@ -7,7 +7,7 @@ packages=(
   cmake ninja-build g++ pkg-config
   libboost-dev                       # boost::shared_ptr in the host's interfaces
   libgtest-dev libgmock-dev          # tests
-  libcli11-dev nlohmann-json3-dev libfast-float-dev   # the reference host application
+  libcli11-dev nlohmann-json3-dev libfast-float-dev libflatbuffers-dev   # the reference host application (FlatBuffers: its FlatGeobuf writer)
   libgdal-dev gdal-bin libsqlite3-dev   # tessel's GIS formats and coordinate systems (SQLite for the GeoPackage index); ogr2ogr for its benchmark
   clang libclang-rt-14-dev           # fuzz targets (libFuzzer)
   libwxgtk3.2-dev libx11-dev libxtst-dev   # the dialogs (wxWidgets), their screenshots and key presses

@@ -3,7 +3,10 @@
 #include "refhost/app/AppError.h"
 #include "refhost/app/GdalErrors.h"
 
+#include <cpl_conv.h>
 #include <ogr_spatialref.h>
+
+#include <cstdlib>
 
 namespace tessel {
 
@@ -27,6 +30,17 @@ std::shared_ptr<const CoordinateSystem> CoordinateSystem::Parse(const std::strin
     const char* code = reference.GetAuthorityCode(nullptr);
     if (authority && code && std::string(authority) == "EPSG")
         system->epsgUrn_ = std::string("urn:ogc:def:crs:EPSG::") + code;
+    if (authority && code && std::atoi(code) != 0) {
+        system->authorityName_ = authority;
+        system->authorityCode_ = std::atoi(code);
+    }
+    if (const char* name = reference.GetName())
+        system->name_ = name;
+    char* wkt = nullptr;
+    const char* const wktOptions[] = {"FORMAT=WKT2_2019", nullptr};
+    if (reference.exportToWkt(&wkt, wktOptions) == OGRERR_NONE && wkt)
+        system->wkt_ = wkt;
+    CPLFree(wkt);
     return system;
 }
 

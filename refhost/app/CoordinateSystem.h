@@ -19,12 +19,22 @@ public:
     // named crs member carries it; empty when GDAL finds no EPSG code for it.
     const std::string& EpsgUrn() const { return epsgUrn_; }
     const std::string& Text() const { return text_; }
+    // What FlatGeobuf's header keeps of it: the authority and its code (empty and 0 when it
+    // has none), its name and its WKT (2019 form).
+    const std::string& AuthorityName() const { return authorityName_; }
+    int AuthorityCode() const { return authorityCode_; }
+    const std::string& Name() const { return name_; }
+    const std::string& Wkt() const { return wkt_; }
 
 private:
     CoordinateSystem() = default;
     std::shared_ptr<OGRSpatialReference> reference_;
     std::string epsgUrn_;
     std::string text_;
+    std::string authorityName_;
+    int authorityCode_ = 0;
+    std::string name_;
+    std::string wkt_;
 };
 
 } // namespace tessel

@@ -12,7 +12,6 @@
 #include <ogrsf_frmts.h>
 
 #include <cerrno>
-#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -33,7 +32,6 @@ const char* DriverName(OutputFormat format)
 {
     switch (format) {
     case OutputFormat::GeoPackage: return "GPKG";
-    case OutputFormat::FlatGeobuf: return "FlatGeobuf";
     case OutputFormat::Shapefile: return "ESRI Shapefile";
     default: return nullptr;
     }
@@ -71,9 +69,7 @@ public:
         std::vector<const char*> options;
         if (format_ == OutputFormat::Shapefile)
             options.push_back("ENCODING=UTF-8");
-        // GDAL's FlatGeobuf writer leaves a file without features and without an index empty
-        // (not even a header), so an empty one is GDAL's own.
-        if (!points || (format_ == OutputFormat::FlatGeobuf && layout.records == 0))
+        if (!points)
             index_ = nullptr;
         if (index_)
             options.push_back("SPATIAL_INDEX=NO");
@@ -127,7 +123,7 @@ private:
         return index < layout_.fieldTypes.size() ? layout_.fieldTypes[index] : FieldType::Text;
     }
 
-    // Not every driver has transactions (FlatGeobuf, Shapefile write straight on).
+    // Not every driver has transactions (Shapefile writes straight on).
     void StartTransaction() { inTransaction_ = dataset_.StartTransaction() == OGRERR_NONE; }
 
     void Write(const DataValueList* values, bool withPosition)
@@ -141,11 +137,8 @@ private:
         feature_->SetFID(OGRNullFID);
         if (layer_->CreateFeature(feature_) != OGRERR_NONE)
             ThrowGdal(path_, errors_);
-        // A GeoPackage indexes the features with a point, a FlatGeobuf every feature.
         if (index_ && withPosition)
             index_->points.push_back({feature_->GetFID(), point_.getX(), point_.getY()});
-        else if (index_ && format_ == OutputFormat::FlatGeobuf)
-            index_->points.push_back({feature_->GetFID(), NAN, NAN});
         if (inTransaction_ && ++featuresInTransaction_ == kFeaturesPerTransaction) {
             if (dataset_.CommitTransaction() != OGRERR_NONE)
                 ThrowGdal(path_, errors_);
@@ -250,8 +243,6 @@ void GdalOutput::Commit()
     if (index_.wanted && format_ == OutputFormat::GeoPackage)
         AddGpkgSpatialIndex(datasetPath_, index_.table, index_.geometryColumn, index_.fidColumn,
                             std::move(index_.points));
-    else if (index_.wanted && format_ == OutputFormat::FlatGeobuf)
-        AddFlatGeobufIndex(datasetPath_, index_.points);
     const fs::path target(path_);
     std::error_code error;
     for (const fs::path& old : TargetFiles(target, format_)) {

@@ -1,5 +1,5 @@
 #pragma once
-// An import written as a GIS dataset through GDAL: GeoPackage, FlatGeobuf or ESRI Shapefile.
+// An import written as a GIS dataset through GDAL: GeoPackage or ESRI Shapefile.
 // The dataset is made in a temporary folder beside the target and its files are renamed into
 // the target's folder when it is complete; a Shapefile's side files that the new dataset does
 // not have (an old .prj) go with the old target.

@@ -26,8 +26,7 @@ int RunImportCommand(ModuleHost& module, const ImportRequest& request, const Glo
     const auto crs = request.crs ? CoordinateSystem::Parse(*request.crs) : nullptr;
     const std::string path = request.output.value_or("-");
     const OutputFormat format = request.format.value_or(FormatForPath(path));
-    if (path == "-" && format != OutputFormat::JsonLines && format != OutputFormat::GeoJson &&
-        format != OutputFormat::Csv)
+    if (path == "-" && (format == OutputFormat::GeoPackage || format == OutputFormat::Shapefile))
         throw UsageError("--format: a GIS dataset needs an output file (-o FILE)");
     if (format == OutputFormat::FlatGeobuf && request.kind != ImportKind::Points && request.kind != ImportKind::Cloud)
         throw UsageError("FlatGeobuf holds features with a geometry, and only points and cloud points have one: "

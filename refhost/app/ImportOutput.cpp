@@ -9,11 +9,11 @@ std::unique_ptr<ImportOutput> MakeImportOutput(const std::string& path, OutputFo
 {
     switch (format) {
     case OutputFormat::GeoPackage:
-    case OutputFormat::FlatGeobuf:
     case OutputFormat::Shapefile: return MakeGdalOutput(path, format);
     case OutputFormat::JsonLines:
     case OutputFormat::GeoJson:
-    case OutputFormat::Csv: break;
+    case OutputFormat::Csv:
+    case OutputFormat::FlatGeobuf: break;
     }
     return std::make_unique<OutputFile>(path, format);
 }

@@ -3,6 +3,7 @@
 #include "refhost/app/FileDescriptor.h"
 
 #include <cerrno>
+#include <filesystem>
 
 namespace tessel {
 
@@ -26,6 +27,12 @@ void OutputFile::Open()
         descriptor_ = temporary_.Descriptor();
     }
     text_.reserve(kBlockSize + 64 * 1024);
+}
+
+std::unique_ptr<RecordWriter> OutputFile::MakeWriter()
+{
+    return MakeRecordWriter(format_, *this,
+                            ToStandardOutput() ? std::string() : std::filesystem::path(path_).stem().string());
 }
 
 void OutputFile::Flush()

@@ -13,7 +13,7 @@ namespace tessel {
 
 class OutputFile final : public TextSink, public ImportOutput {
 public:
-    // format: the writer MakeWriter gives (a text format).
+    // format: the writer MakeWriter gives (a format tessel writes itself).
     explicit OutputFile(std::string path, OutputFormat format = OutputFormat::JsonLines)
         : path_(std::move(path)), format_(format)
     {}
@@ -25,7 +25,7 @@ public:
     // Creates the temporary file (or opens the device). Throws a job AppError naming the
     // path when it cannot be written.
     void Open() override;
-    std::unique_ptr<RecordWriter> MakeWriter() override { return MakeRecordWriter(format_, *this); }
+    std::unique_ptr<RecordWriter> MakeWriter() override;
     void RecordDone() override
     {
         if (text_.size() >= kBlockSize)

@@ -7,17 +7,17 @@
 
 namespace tessel {
 
-std::unique_ptr<RecordWriter> MakeRecordWriter(OutputFormat format, TextSink& sink)
+std::unique_ptr<RecordWriter> MakeRecordWriter(OutputFormat format, TextSink& sink, const std::string& name)
 {
     switch (format) {
     case OutputFormat::GeoJson: return MakeGeoJsonWriter(sink);
     case OutputFormat::Csv: return MakeCsvWriter(sink);
     case OutputFormat::JsonLines: return MakeJsonLinesWriter(sink);
+    case OutputFormat::FlatGeobuf: return MakeFlatGeobufWriter(sink, name);
     case OutputFormat::GeoPackage:
-    case OutputFormat::FlatGeobuf:
     case OutputFormat::Shapefile: break;
     }
-    throw std::logic_error("GIS datasets are written through GDAL, not as text");
+    throw std::logic_error("GeoPackage and Shapefile are written through GDAL");
 }
 
 OutputFormat FormatForPath(const std::string& path)

@@ -1,8 +1,8 @@
 #pragma once
-// The writers of imported records: JSON Lines, GeoJSON and CSV. Each gets the records one at
-// a time, in file order, and appends its text to a sink; the sink decides when text reaches
-// the file. Field names (GeoJSON properties, CSV header) come with the layout, one per value
-// position.
+// The writers of imported records that tessel writes itself: JSON Lines, GeoJSON, CSV and
+// FlatGeobuf. Each gets the records one at a time, in file order, and appends its text (or
+// bytes) to a sink; the sink decides when they reach the file. Field names (GeoJSON
+// properties, CSV header, FlatGeobuf columns) come with the layout, one per value position.
 
 #include "host/ImpexData.h"
 #include "refhost/app/Requests.h"
@@ -65,8 +65,11 @@ public:
 std::unique_ptr<RecordWriter> MakeJsonLinesWriter(TextSink& sink);
 std::unique_ptr<RecordWriter> MakeGeoJsonWriter(TextSink& sink);
 std::unique_ptr<RecordWriter> MakeCsvWriter(TextSink& sink);
-// The writer of a text format (JSON Lines, GeoJSON, CSV).
-std::unique_ptr<RecordWriter> MakeRecordWriter(OutputFormat format, TextSink& sink);
+// layerName: what the file's one layer is called (none when empty).
+std::unique_ptr<RecordWriter> MakeFlatGeobufWriter(TextSink& sink, const std::string& layerName);
+// The writer of a format tessel writes itself (JSON Lines, GeoJSON, CSV, FlatGeobuf); name is
+// what the output is called, which names a FlatGeobuf's layer.
+std::unique_ptr<RecordWriter> MakeRecordWriter(OutputFormat format, TextSink& sink, const std::string& name);
 
 // The output format for a path: .geojson (or .json) GeoJSON, .csv CSV, .gpkg GeoPackage,
 // .fgb FlatGeobuf, .shp ESRI Shapefile, anything else (and standard output) JSON Lines.

@@ -1,6 +1,6 @@
 // tessel built without GDAL (the Windows build, where no GDAL comes with the cross compiler):
-// the text formats work as everywhere; GIS datasets and coordinate systems say that this build
-// has none.
+// the formats tessel writes itself work as everywhere (FlatGeobuf among them); GeoPackage,
+// Shapefile, reading GIS datasets and coordinate systems say that this build has none.
 
 #include "refhost/app/AppError.h"
 #include "refhost/app/CoordinateSystem.h"

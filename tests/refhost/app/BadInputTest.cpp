@@ -69,14 +69,14 @@ const BadCase kCases[] = {
      "tessel engines: --codepage: 4711 is not a code page this system converts (it converts: 437 ..."},
     {"OutputFolderMissing", {"import", "table", "in.txt", "--column", "a", "-o", "no/such/out.jsonl"}, 1,
      "tessel import: cannot write 'no/such/out.jsonl': No such file or directory"},
+    {"RowsToFlatGeobuf", {"import", "table", "in.txt", "--column", "a", "-o", "out.fgb"}, 2,
+     "tessel import: FlatGeobuf holds features with a geometry, and only points and cloud points have one: write "
+     "lines, polygons and rows to GeoPackage, Shapefile, CSV or JSON Lines"},
 #if TESSEL_WITH_GDAL
     {"CrsNonsense", {"import", "table", "in.txt", "--column", "a", "--crs", "EPSG:nonsense", "-o", "out.gpkg"}, 2,
      "tessel import: --crs 'EPSG:nonsense': not a coordinate system GDAL knows..."},
     {"GisDatasetToStandardOutput", {"import", "table", "in.txt", "--column", "a", "--format", "gpkg"}, 2,
      "tessel import: --format: a GIS dataset needs an output file (-o FILE)"},
-    {"RowsToFlatGeobuf", {"import", "table", "in.txt", "--column", "a", "-o", "out.fgb"}, 2,
-     "tessel import: FlatGeobuf holds features with a geometry, and only points and cloud points have one: write "
-     "lines, polygons and rows to GeoPackage, Shapefile, CSV or JSON Lines"},
     {"GisOutputFolderMissing", {"import", "table", "in.txt", "--column", "a", "-o", "no/such/out.gpkg"}, 1,
      "tessel import: cannot write 'no/such/out.gpkg': No such file or directory"},
     {"ExportSourceNotAVectorDataset", {"export", "points", "in.txt", "--input-format", "gdal", "-o", "out.txt"}, 2,

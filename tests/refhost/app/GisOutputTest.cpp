@@ -217,6 +217,82 @@ TEST(GisOutputGeoPackage, PackedIndexIsSoundAndFollowsEdits)
     EXPECT_EQ(answer("SELECT rtreecheck('rtree_grid_geom')"), "ok");
 }
 
+// tessel writes FlatGeobuf itself. GDAL reads it with its buffers verified: a value left out
+// reads as null, text in any script comes back as written, cloud points carry no fields, a
+// coordinate system without an EPSG code travels as WKT, the layer is named as the file, and a
+// file written to standard output is whole.
+// (GDAL itself writes no property for a null value either.)
+TEST(GisOutputFlatGeobuf, NullsTextCloudPointsAndACoordinateSystemWithoutCode)
+{
+    const char* const kProj = "+proj=tmerc +lat_0=0 +lon_0=10.5 +k=0.9996 +x_0=123456 +y_0=0 +ellps=GRS80 +units=m";
+    TempDir folder;
+    folder.WriteFile("mixed.txt", "\xEF\xBB\xBF" "A1;10.5;-20.25;\xCE\xB1\xCE\xB2\xCE\xB3 \xE2\x82\xAC;-7\n"
+                                  "A2;11;-21;;\n");
+    const TesselRun points =
+        RunTessel({"-q", "import", "points", "mixed.txt", "--delimiters", ";", "--column", "name", "--column", "x:real",
+                   "--column", "y:real", "--column", "note", "--column", "n:integer", "--bind", "name=ENTITY_NAME",
+                   "--bind", "x=NODE_COORDINATE_X", "--bind", "y=NODE_COORDINATE_Y", "--bind", "note=NOTE", "--bind",
+                   "n=NUMBER", "--crs", kProj, "-o", "mixed.fgb"},
+                  folder.Path());
+    ASSERT_EQ(points.status, 0) << points.err;
+    const TesselRun cloud = RunTessel({"-q", "import", "cloud", "mixed.txt", "--delimiters", ";", "--column", "name",
+                                       "--column", "x:real", "--column", "y:real", "--bind", "x=NODE_COORDINATE_X",
+                                       "--bind", "y=NODE_COORDINATE_Y", "-o", "cloud.fgb"},
+                                      folder.Path());
+    ASSERT_EQ(cloud.status, 0) << cloud.err;
+
+    GDALAllRegister();
+    const char* const verified[] = {"VERIFY_BUFFERS=YES", nullptr};
+    const Dataset mixed(GDALDataset::Open((folder.Path() + "/mixed.fgb").c_str(), GDAL_OF_VECTOR, nullptr, verified));
+    ASSERT_TRUE(mixed);
+    OGRLayer* layer = mixed->GetLayer(0);
+    EXPECT_STREQ(layer->GetName(), "mixed");
+    OGRSpatialReference expected;
+    expected.SetFromUserInput(kProj);
+    ASSERT_NE(layer->GetSpatialRef(), nullptr);
+    EXPECT_TRUE(layer->GetSpatialRef()->IsSame(&expected));
+    OGREnvelope extent;
+    ASSERT_EQ(layer->GetExtent(&extent, FALSE), OGRERR_NONE);
+    EXPECT_EQ(std::vector<double>({extent.MinX, extent.MinY, extent.MaxX, extent.MaxY}),
+              std::vector<double>({10.5, -21, 11, -20.25}));
+    std::map<std::string, std::string> notes;
+    for (auto& feature : *layer) {
+        const std::string name = feature->GetFieldAsString("ENTITY_NAME");
+        const int note = feature->GetFieldIndex("NOTE"), number = feature->GetFieldIndex("NUMBER");
+        if (!feature->IsFieldSetAndNotNull(note) && !feature->IsFieldSetAndNotNull(number))
+            notes[name] = "(none)";
+        else
+            notes[name] = std::string(feature->GetFieldAsString(note)) + " " +
+                          std::to_string(feature->GetFieldAsInteger(number));
+    }
+    EXPECT_EQ(notes, (std::map<std::string, std::string>{{"A1", "\xCE\xB1\xCE\xB2\xCE\xB3 \xE2\x82\xAC -7"},
+                                                         {"A2", "(none)"}}));
+
+    // Through a pipe too: the file is complete when the last feature is.
+    const TesselRun piped = RunTessel({"-q", "import", "cloud", "mixed.txt", "--delimiters", ";", "--column", "name",
+                                       "--column", "x:real", "--column", "y:real", "--bind", "x=NODE_COORDINATE_X",
+                                       "--bind", "y=NODE_COORDINATE_Y", "--format", "fgb"},
+                                      folder.Path());
+    ASSERT_EQ(piped.status, 0) << piped.err;
+    folder.WriteFile("piped.fgb", piped.out);
+    const Dataset pipedDataset(
+        GDALDataset::Open((folder.Path() + "/piped.fgb").c_str(), GDAL_OF_VECTOR, nullptr, verified));
+    ASSERT_TRUE(pipedDataset);
+    EXPECT_EQ(pipedDataset->GetLayer(0)->GetFeatureCount(), 2);
+
+    const Dataset clouds(GDALDataset::Open((folder.Path() + "/cloud.fgb").c_str(), GDAL_OF_VECTOR, nullptr, verified));
+    ASSERT_TRUE(clouds);
+    OGRLayer* cloudLayer = clouds->GetLayer(0);
+    EXPECT_EQ(cloudLayer->GetSpatialRef(), nullptr);
+    EXPECT_EQ(cloudLayer->GetLayerDefn()->GetFieldCount(), 0);
+    std::set<std::pair<double, double>> cloudPoints;
+    for (auto& feature : *cloudLayer) {
+        const OGRPoint* point = feature->GetGeometryRef()->toPoint();
+        cloudPoints.insert({point->getX(), point->getY()});
+    }
+    EXPECT_EQ(cloudPoints, (std::set<std::pair<double, double>>{{10.5, -20.25}, {11, -21}}));
+}
+
 // Rows have no geometry (a Shapefile of rows is its table alone, the .dbf); without --crs no
 // coordinate system is claimed, and a new Shapefile takes its old side files with it.
 TEST(GisOutputWithout, RowsAndNoCoordinateSystem)

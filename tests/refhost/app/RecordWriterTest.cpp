@@ -136,7 +136,7 @@ struct Records {
     std::string Write(OutputFormat format, RecordKind kind)
     {
         TextSink sink;
-        const auto writer = MakeRecordWriter(format, sink);
+        const auto writer = MakeRecordWriter(format, sink, "records");
         RecordLayout layout;
         layout.kind = kind;
         layout.fieldNames = {"I", "R", "N", "T"};
