@@ -44,7 +44,7 @@ std::uint32_t HilbertIndex(std::uint32_t x, std::uint32_t y)
 
 } // namespace
 
-void SortAlongHilbertCurve(std::vector<FlatGeobufItem>& items)
+void SortAlongHilbertCurve(FlatGeobufItems& items)
 {
     double minX = INFINITY, minY = INFINITY, maxX = -INFINITY, maxY = -INFINITY;
     for (const FlatGeobufItem& item : items) {
@@ -68,7 +68,7 @@ void SortAlongHilbertCurve(std::vector<FlatGeobufItem>& items)
               [](const FlatGeobufItem& a, const FlatGeobufItem& b) { return a.sortKey < b.sortKey; });
 }
 
-std::vector<FlatGeobufNode> FlatGeobufUpperLevels(const std::vector<FlatGeobufItem>& sorted)
+std::vector<FlatGeobufNode> FlatGeobufUpperLevels(const FlatGeobufItems& sorted)
 {
     std::vector<std::size_t> levelNodes{sorted.size()}; // from the leaves up
     std::size_t total = sorted.size();

@@ -64,7 +64,9 @@ void Append(std::string& out, Value value)
 }
 
 // The features' properties, kept whole in the platform's memory blocks (a feature's longer
-// than a block gets one of its own) until they are written in the index's order.
+// than a block gets one of its own) until they are written in the index's order. The blocks
+// have large pages where the system offers them: read out of order, ordinary pages would miss
+// the address-translation cache on nearly every feature.
 class PropertyStore {
 public:
     PropertyStore() = default;
@@ -95,7 +97,7 @@ public:
         } else {
             if (!current_ || used_ + size > Platform::kMemoryBlockSize) {
                 blocks_.push_back({nullptr, false});
-                current_ = blocks_.back().data = static_cast<char*>(Platform::AllocateBlock(false));
+                current_ = blocks_.back().data = static_cast<char*>(Platform::AllocateBlock(true));
                 if (!current_)
                     throw std::bad_alloc();
                 used_ = 0;
@@ -319,7 +321,7 @@ private:
     TextSink& sink_;
     std::string layerName_;
     RecordLayout layout_;
-    std::vector<FlatGeobufItem> points_; // each feature's point, in the order written until End
+    FlatGeobufItems points_; // each feature's, in the order written until End
     PropertyStore featureProperties_;
     std::string properties_; // the feature's being made
 };

@@ -6,6 +6,8 @@
 // sorted points takes a fraction of that. Each index is the one GDAL itself would have made,
 // so every reader uses it.
 
+#include "refhost/app/LargeArrayAllocator.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -48,12 +50,13 @@ struct FlatGeobufItem {
     std::uint32_t bytes;
 };
 constexpr std::size_t kMostFlatGeobufItems = std::size_t(1) << 31;
+using FlatGeobufItems = std::vector<FlatGeobufItem, LargeArrayAllocator<FlatGeobufItem>>;
 
 // Sorts the items, given in the order written (at most kMostFlatGeobufItems), in place along
 // a Hilbert curve through their points' extent: items on one place of the curve keep the
 // order written, items without a point go last. Sorted in place because there may be
 // hundreds of millions: no second array is made.
-void SortAlongHilbertCurve(std::vector<FlatGeobufItem>& items);
+void SortAlongHilbertCurve(FlatGeobufItems& items);
 // A sorted item's place in the order written.
 inline std::size_t WrittenIndex(const FlatGeobufItem& item)
 {
@@ -62,6 +65,6 @@ inline std::size_t WrittenIndex(const FlatGeobufItem& item)
 
 // The levels of the index above its leaves, root first, where the leaves are the sorted
 // items: the nodes the file holds before the leaves. Empty for at most one item.
-std::vector<FlatGeobufNode> FlatGeobufUpperLevels(const std::vector<FlatGeobufItem>& sorted);
+std::vector<FlatGeobufNode> FlatGeobufUpperLevels(const FlatGeobufItems& sorted);
 
 } // namespace tessel

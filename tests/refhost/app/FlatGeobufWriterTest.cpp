@@ -10,9 +10,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <map>
+#include <set>
 #include <vector>
 
 namespace tessel {
@@ -208,6 +210,71 @@ TEST(FlatGeobufWriter, EveryBufferIsSoundAndReadsBackThroughTheIndex)
     EXPECT_EQ(read[2].properties, properties);
     EXPECT_TRUE(read[3].xy.empty());
     EXPECT_EQ(read[3].properties, properties);
+}
+
+// Enough points for a tree of six levels, each with one node more than fills its parents (and
+// arrays past a megabyte, which come from the platform's large-array memory): every node
+// encloses its children, the leaves hold every point once and lead to the features in order,
+// one after the other to the end of the file.
+TEST(FlatGeobufWriter, ATreeOfManyLevelsEnclosesEveryPoint)
+{
+    constexpr std::size_t kPoints = 65537; // levels of 65537, 4097, 257, 17, 2 and 1 nodes
+    TextSink sink;
+    const auto writer = MakeRecordWriter(OutputFormat::FlatGeobuf, sink, "");
+    RecordLayout layout;
+    layout.kind = RecordKind::Cloud;
+    layout.records = kPoints;
+    writer->Begin(layout);
+    std::multiset<std::pair<double, double>> written;
+    for (std::size_t i = 0; i < kPoints; ++i) {
+        const double x = static_cast<double>((i * 7919) % 1000), y = static_cast<double>((i * 104729) % 997) / 8;
+        writer->CloudPoint(x, y);
+        written.insert({x, y});
+    }
+    writer->End();
+    const std::string& file = sink.Text();
+
+    const std::size_t index = 8 + Buffer(file, 8).Size();
+    const std::size_t levels[] = {1, 2, 17, 257, 4097, kPoints}; // root first
+    std::size_t nodes = 0;
+    for (const std::size_t count : levels)
+        nodes += count;
+    const std::size_t features = index + 40 * nodes;
+    const auto box = [&](std::size_t node) {
+        const std::size_t at = index + 40 * node;
+        return std::array<double, 4>{ReadAt<double>(file, at), ReadAt<double>(file, at + 8),
+                                     ReadAt<double>(file, at + 16), ReadAt<double>(file, at + 24)};
+    };
+    const auto encloses = [](const std::array<double, 4>& outer, const std::array<double, 4>& inner) {
+        return outer[0] <= inner[0] && outer[1] <= inner[1] && outer[2] >= inner[2] && outer[3] >= inner[3];
+    };
+    // Each node above the leaves: its children are the next ones from its first child on.
+    for (std::size_t node = 0, levelEnd = 1, level = 0; node < nodes - kPoints; ++node) {
+        if (node == levelEnd)
+            levelEnd += levels[++level];
+        const auto first = static_cast<std::size_t>(ReadAt<std::uint64_t>(file, index + 40 * node + 32));
+        const std::size_t children = node + 1 == levelEnd ? (levels[level + 1] - 1) % 16 + 1 : 16;
+        for (std::size_t child = first; child < first + children; ++child)
+            ASSERT_TRUE(encloses(box(node), box(child))) << "node " << node << ", child " << child;
+    }
+    std::multiset<std::pair<double, double>> found;
+    std::size_t expected = features;
+    for (std::size_t leaf = nodes - kPoints; leaf < nodes; ++leaf) {
+        const std::size_t at = features + ReadAt<std::uint64_t>(file, index + 40 * leaf + 32);
+        ASSERT_EQ(at, expected) << "leaf " << leaf;
+        Buffer buffer(file, at);
+        const Table* feature = buffer.Verified(buffer.Root(), {0});
+        ASSERT_NE(feature, nullptr);
+        const Table* geometry = buffer.Verified(feature->GetPointer<const Table*>(Slot(0)), {1});
+        ASSERT_NE(geometry, nullptr);
+        const auto* xy = buffer.Vector<double>(geometry, 1);
+        ASSERT_TRUE(xy && xy->size() == 2);
+        EXPECT_EQ(box(leaf), (std::array<double, 4>{xy->Get(0), xy->Get(1), xy->Get(0), xy->Get(1)}));
+        found.insert({xy->Get(0), xy->Get(1)});
+        expected = at + buffer.Size();
+    }
+    EXPECT_EQ(expected, file.size());
+    EXPECT_EQ(found, written);
 }
 
 } // namespace
