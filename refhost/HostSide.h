@@ -14,6 +14,7 @@
 #include "refhost/ProgressBarRecording.h"
 
 #include <cstdint>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -41,6 +42,13 @@ public:
     static WString Text(const Data::CDataBox& box)
     {
         return box.kind_ == Data::CDataBox::Kind::Text ? WString(box.TextData(), box.length_) : WString();
+    }
+
+    // The text of a text value where the value keeps it; empty for other kinds.
+    static std::basic_string_view<WChar> TextView(const Data::CDataBox& box)
+    {
+        return box.kind_ == Data::CDataBox::Kind::Text ? std::basic_string_view<WChar>(box.TextData(), box.length_)
+                                                       : std::basic_string_view<WChar>();
     }
 
     static auto& Fields(Topology::CEntity& entity) { return entity.fields_; }
@@ -105,6 +113,11 @@ inline Data::CDataBox::Kind KindOf(const Data::CDataBox& box) { return HostSide:
 inline int IntegerOf(const Data::CDataBox& box) { return HostSide::Integer(box); }
 inline double RealOf(const Data::CDataBox& box) { return HostSide::Real(box); }
 inline WString TextOf(const Data::CDataBox& box) { return HostSide::Text(box); }
+// Valid while the value is neither changed nor destroyed.
+inline std::basic_string_view<WChar> TextViewOf(const Data::CDataBox& box)
+{
+    return HostSide::TextView(box);
+}
 
 // Drawing entities: field values by field id.
 inline void SetEntityField(VeltoGis::Topology::CEntity& entity, const WString& fieldId, const Data::CDataBox& value)

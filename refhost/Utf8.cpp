@@ -1,5 +1,7 @@
 #include "refhost/Utf8.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
 namespace refhost {
@@ -72,13 +74,21 @@ std::size_t DecodeSequence(std::string_view text, std::size_t i, char32_t& c)
 
 } // namespace
 
-std::string ToUtf8(const WChar* text, std::size_t length)
+void AppendUtf8(std::string& out, const WChar* text, std::size_t length)
 {
-    std::string out;
-    out.reserve(length);
-    for (std::size_t i = 0; i < length; ++i) {
+    // Most text starts with ASCII, or is nothing else: that part is copied in one go.
+    std::size_t ascii = 0;
+    while (ascii < length && static_cast<char32_t>(text[ascii]) < 0x80)
+        ++ascii;
+    const std::size_t start = out.size();
+    out.resize(start + ascii);
+    std::copy(text, text + ascii, out.begin() + static_cast<std::ptrdiff_t>(start));
+    for (std::size_t i = ascii; i < length; ++i) {
         const char32_t unit = text[i];
-        if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < length && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF) {
+        if (unit < 0x80) {
+            out.push_back(static_cast<char>(unit));
+        } else if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < length && text[i + 1] >= 0xDC00 &&
+                   text[i + 1] <= 0xDFFF) {
             AppendUtf8(out, 0x10000 + ((unit - 0xD800) << 10) + (text[i + 1] - 0xDC00));
             ++i;
         } else if (unit >= 0xD800 && unit <= 0xDFFF) {
@@ -87,6 +97,33 @@ std::string ToUtf8(const WChar* text, std::size_t length)
             AppendUtf8(out, unit);
         }
     }
+}
+
+std::size_t Utf8Length(const WChar* text, std::size_t length)
+{
+    std::size_t bytes = 0;
+    for (std::size_t i = 0; i < length; ++i) {
+        const char32_t unit = text[i];
+        if (unit < 0x80) {
+            bytes += 1;
+        } else if (unit < 0x800) {
+            bytes += 2;
+        } else if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < length && text[i + 1] >= 0xDC00 &&
+                   text[i + 1] <= 0xDFFF) {
+            bytes += 4;
+            ++i;
+        } else {
+            bytes += 3; // U+FFFD for an unpaired surrogate is three bytes too
+        }
+    }
+    return bytes;
+}
+
+std::string ToUtf8(const WChar* text, std::size_t length)
+{
+    std::string out;
+    out.reserve(length);
+    AppendUtf8(out, text, length);
     return out;
 }
 

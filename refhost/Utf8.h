@@ -16,6 +16,10 @@ std::string ToUtf8(const WChar* text, std::size_t length);
 std::string ToUtf8(const WString& text);
 // A null pointer gives "".
 std::string ToUtf8(const WChar* text);
+// Appends the UTF-8 form of text to out, as ToUtf8 makes it.
+void AppendUtf8(std::string& out, const WChar* text, std::size_t length);
+// How many bytes the UTF-8 form of text takes.
+std::size_t Utf8Length(const WChar* text, std::size_t length);
 
 // UTF-16 form of UTF-8 text. Every byte that does not start a valid, shortest-form
 // sequence of a scalar value becomes one U+FFFD, so no input is dropped silently.

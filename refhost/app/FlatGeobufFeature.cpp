@@ -46,12 +46,9 @@ std::size_t FlatGeobufFeatureSize(bool withPoint, std::size_t propertyBytes)
     return (withPoint ? kAfterPoint : kGeometryVtable) + (propertyBytes ? 4 + propertyBytes : 0);
 }
 
-void AppendFlatGeobufFeature(std::string& out, const double* xy, const char* properties, std::size_t propertyBytes)
+char* WriteFlatGeobufFeature(char* feature, const double* xy, std::size_t propertyBytes)
 {
     const std::size_t size = FlatGeobufFeatureSize(xy != nullptr, propertyBytes);
-    const std::size_t start = out.size();
-    out.resize(start + size - propertyBytes);
-    char* feature = &out[start];
     Put(feature, static_cast<std::uint32_t>(size - 4));
     Put(feature + kRoot, kFeatureTable - kRoot);
     Put16(feature + kFeatureVtable, 8);
@@ -73,10 +70,10 @@ void AppendFlatGeobufFeature(std::string& out, const double* xy, const char* pro
         next = kAfterPoint;
     }
     Put(feature + kPropertiesField, propertyBytes ? static_cast<std::uint32_t>(next - kPropertiesField) : 0);
-    if (propertyBytes) {
-        Put(feature + next, static_cast<std::uint32_t>(propertyBytes));
-        out.append(properties, propertyBytes);
-    }
+    if (!propertyBytes)
+        return feature + next;
+    Put(feature + next, static_cast<std::uint32_t>(propertyBytes));
+    return feature + next + 4;
 }
 
 } // namespace tessel

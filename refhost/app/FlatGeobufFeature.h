@@ -3,10 +3,9 @@
 // Feature table with its Point geometry and its properties. Every feature tessel writes has
 // one of the same few shapes, so its bytes are laid out directly rather than built: its size
 // is then known before it is written (the index that precedes the features holds each one's
-// place), and only its properties need wait in memory until then.
+// place), and each can be written straight to its place among the others.
 
 #include <cstddef>
-#include <string>
 
 namespace tessel {
 
@@ -14,9 +13,10 @@ namespace tessel {
 // propertyBytes bytes (none when 0).
 std::size_t FlatGeobufFeatureSize(bool withPoint, std::size_t propertyBytes);
 
-// Appends the feature to out. xy: the point's x and y, or null for a feature without one;
-// properties: its properties as FlatGeobuf encodes them (each value that is not null: its
-// column's number, then the value).
-void AppendFlatGeobufFeature(std::string& out, const double* xy, const char* properties, std::size_t propertyBytes);
+// Writes the feature's FlatGeobufFeatureSize bytes at feature, all but its properties, and
+// returns where the propertyBytes bytes of those go: as FlatGeobuf encodes them, each value
+// that is not null, its column's number, then the value. xy: the point's x and y, or null for
+// a feature without one.
+char* WriteFlatGeobufFeature(char* feature, const double* xy, std::size_t propertyBytes);
 
 } // namespace tessel

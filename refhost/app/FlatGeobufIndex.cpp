@@ -1,8 +1,11 @@
 #include "refhost/app/SpatialIndexes.h"
 
+#include "platform/Sse2.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace tessel {
 namespace {
@@ -44,35 +47,57 @@ std::uint32_t HilbertIndex(std::uint32_t x, std::uint32_t y)
 
 } // namespace
 
-void SortAlongHilbertCurve(FlatGeobufItems& items)
+FlatGeobufOrder HilbertOrder(const FlatGeobufItems& items, const FlatGeobufExtent& extent)
 {
-    double minX = INFINITY, minY = INFINITY, maxX = -INFINITY, maxY = -INFINITY;
-    for (const FlatGeobufItem& item : items) {
-        if (std::isnan(item.x))
-            continue;
-        minX = std::min(minX, item.x), maxX = std::max(maxX, item.x);
-        minY = std::min(minY, item.y), maxY = std::max(maxY, item.y);
-    }
-    const auto cell = [](double value, double min, double max) {
-        return max > min ? static_cast<std::uint32_t>(0xFFFF * ((value - min) / (max - min))) : 0u;
+    // A cell of the 65536 x 65536 grid over the extent; a multiplication where a division
+    // would cost more than the curve itself.
+    const double scaleX = extent.maxX > extent.minX ? 0xFFFF / (extent.maxX - extent.minX) : 0;
+    const double scaleY = extent.maxY > extent.minY ? 0xFFFF / (extent.maxY - extent.minY) : 0;
+    const auto cell = [](double value, double min, double scale) {
+        return std::min(static_cast<std::uint32_t>((value - min) * scale), 0xFFFFu);
     };
-    // The key: one bit for "no point", the place on the curve, the place in the order written.
+    // An entry: one bit for "no point", the place on the curve, the place in the order written.
+    // Made in the order written, so a stable sort by the upper 33 bits alone keeps the order
+    // written among equal places: three passes of 11 bits, counted while the entries are made.
+    constexpr int kPlaceShift = 31, kDigitBits = 11, kPasses = 3;
+    constexpr std::size_t kDigits = std::size_t(1) << kDigitBits;
+    std::vector<std::size_t> counts(kPasses * kDigits);
+    const auto digit = [](std::uint64_t entry, int pass) {
+        return static_cast<std::size_t>(entry >> (kPlaceShift + pass * kDigitBits)) & (kDigits - 1);
+    };
+    FlatGeobufOrder order;
+    order.reserve(items.size());
     for (std::size_t i = 0; i < items.size(); ++i) {
-        FlatGeobufItem& item = items[i];
-        const std::uint64_t place = std::isnan(item.x)
-                                        ? std::uint64_t(1) << 32
-                                        : HilbertIndex(cell(item.x, minX, maxX), cell(item.y, minY, maxY));
-        item.sortKey = place << 31 | i;
+        const FlatGeobufItem& item = items[i];
+        const std::uint64_t place =
+            std::isnan(item.x) ? std::uint64_t(1) << 32
+                               : HilbertIndex(cell(item.x, extent.minX, scaleX), cell(item.y, extent.minY, scaleY));
+        const std::uint64_t entry = place << kPlaceShift | i;
+        order.push_back(entry);
+        for (int pass = 0; pass < kPasses; ++pass)
+            ++counts[pass * kDigits + digit(entry, pass)];
     }
-    std::sort(items.begin(), items.end(),
-              [](const FlatGeobufItem& a, const FlatGeobufItem& b) { return a.sortKey < b.sortKey; });
+    FlatGeobufOrder other(order.size());
+    for (int pass = 0; pass < kPasses; ++pass) {
+        std::size_t* const start = &counts[pass * kDigits];
+        // A pass where every entry has the same digit would move them all to where they are.
+        if (std::count(start, start + kDigits, std::size_t(0)) == kDigits - 1)
+            continue;
+        std::size_t at = 0;
+        for (std::size_t d = 0; d < kDigits; ++d)
+            at += std::exchange(start[d], at);
+        for (const std::uint64_t entry : order)
+            other[start[digit(entry, pass)]++] = entry;
+        order.swap(other);
+    }
+    return order;
 }
 
-std::vector<FlatGeobufNode> FlatGeobufUpperLevels(const FlatGeobufItems& sorted)
+std::vector<FlatGeobufNode> FlatGeobufUpperLevels(const FlatGeobufItems& items, const FlatGeobufOrder& order)
 {
-    std::vector<std::size_t> levelNodes{sorted.size()}; // from the leaves up
-    std::size_t total = sorted.size();
-    for (std::size_t n = sorted.size(); n > 1;) {
+    std::vector<std::size_t> levelNodes{order.size()}; // from the leaves up
+    std::size_t total = order.size();
+    for (std::size_t n = order.size(); n > 1;) {
         n = (n + kFlatGeobufNodeSize - 1) / kFlatGeobufNodeSize;
         levelNodes.push_back(n);
         total += n;
@@ -80,13 +105,18 @@ std::vector<FlatGeobufNode> FlatGeobufUpperLevels(const FlatGeobufItems& sorted)
     std::vector<std::size_t> levelStart; // among all the nodes, leaves included
     for (std::size_t end = total, level = 0; level < levelNodes.size(); ++level)
         levelStart.push_back(end -= levelNodes[level]);
-    std::vector<FlatGeobufNode> nodes(total - sorted.size());
+    std::vector<FlatGeobufNode> nodes(total - order.size());
+    // The leaves' items lie in the order written: each is fetched a few leaves ahead.
+    constexpr std::size_t kAhead = 16;
     const auto box = [&](std::size_t node) -> FlatGeobufNode {
         if (node < nodes.size())
             return nodes[node];
-        const FlatGeobufItem& leaf = sorted[node - nodes.size()];
-        return std::isnan(leaf.x) ? FlatGeobufNode{INFINITY, INFINITY, -INFINITY, -INFINITY, 0}
-                                  : FlatGeobufNode{leaf.x, leaf.y, leaf.x, leaf.y, 0};
+        const std::size_t leaf = node - nodes.size();
+        if (leaf + kAhead < order.size())
+            PrefetchForReading(&items[WrittenIndex(order[leaf + kAhead])]);
+        const FlatGeobufItem& item = items[WrittenIndex(order[leaf])];
+        return std::isnan(item.x) ? FlatGeobufNode{INFINITY, INFINITY, -INFINITY, -INFINITY, 0}
+                                  : FlatGeobufNode{item.x, item.y, item.x, item.y, 0};
     };
     for (std::size_t level = 0; level + 1 < levelNodes.size(); ++level) {
         std::size_t child = levelStart[level];

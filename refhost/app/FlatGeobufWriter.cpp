@@ -2,32 +2,29 @@
 // of tessel's GeoJSON. Points and cloud points are Point features (x, y: the module's Z is no
 // elevation); the header names the fields with their types, the coordinate system, the extent
 // and the packed Hilbert R-tree that follows it; then come the features in the tree's order.
-// That order is known only once every point is in, so the features wait in memory until End.
+// That order is known only once every point is in: until End, each feature waits as its
+// point, its size and its properties, packed.
 
 #include "refhost/app/AppError.h"
 #include "refhost/app/CoordinateSystem.h"
 #include "refhost/app/FlatGeobufFeature.h"
+#include "refhost/app/FlatGeobufProperties.h"
 #include "refhost/app/RecordWriter.h"
 #include "refhost/app/SpatialIndexes.h"
-#include "refhost/HostSide.h"
-#include "refhost/Utf8.h"
-#include "platform/Platform.h"
+#include "platform/Sse2.h"
 
 #include <flatbuffers/flatbuffers.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <memory>
-#include <new>
 #include <optional>
 
 namespace tessel {
 namespace {
 
-using VeltoGis::Data::CDataBox;
 using VeltoGis::ImportExport::DataValueList;
 
 // Format version 3.0.1.
@@ -57,77 +54,6 @@ ColumnType ColumnTypeOf(FieldType type)
     return ColumnType::String;
 }
 
-template <typename Value>
-void Append(std::string& out, Value value)
-{
-    out.append(reinterpret_cast<const char*>(&value), sizeof value);
-}
-
-// The features' properties, kept whole in the platform's memory blocks (a feature's longer
-// than a block gets one of its own) until they are written in the index's order. The blocks
-// have large pages where the system offers them: read out of order, ordinary pages would miss
-// the address-translation cache on nearly every feature.
-class PropertyStore {
-public:
-    PropertyStore() = default;
-    ~PropertyStore()
-    {
-        for (const Block& block : blocks_) {
-            if (block.own)
-                delete[] block.data;
-            else if (block.data)
-                Platform::FreeBlock(block.data);
-        }
-    }
-    PropertyStore(const PropertyStore&) = delete;
-    PropertyStore& operator=(const PropertyStore&) = delete;
-
-    // Keeps the properties; where they are (null for none). The first four bytes there
-    // tell how many follow.
-    const char* Add(const std::string& properties)
-    {
-        if (properties.empty())
-            return nullptr;
-        const std::size_t size = sizeof(std::uint32_t) + properties.size();
-        char* at;
-        // Each block is listed before it is taken, so that nothing taken is lost to a throw.
-        if (size > Platform::kMemoryBlockSize) {
-            blocks_.push_back({nullptr, true});
-            at = blocks_.back().data = new char[size];
-        } else {
-            if (!current_ || used_ + size > Platform::kMemoryBlockSize) {
-                blocks_.push_back({nullptr, false});
-                current_ = blocks_.back().data = static_cast<char*>(Platform::AllocateBlock(true));
-                if (!current_)
-                    throw std::bad_alloc();
-                used_ = 0;
-            }
-            at = current_ + used_;
-            used_ += size;
-        }
-        const auto length = static_cast<std::uint32_t>(properties.size());
-        std::memcpy(at, &length, sizeof length);
-        std::memcpy(at + sizeof length, properties.data(), properties.size());
-        return at;
-    }
-    static std::size_t SizeAt(const char* place)
-    {
-        std::uint32_t length;
-        std::memcpy(&length, place, sizeof length);
-        return length;
-    }
-    static const char* BytesAt(const char* place) { return place + sizeof(std::uint32_t); }
-
-private:
-    struct Block {
-        char* data;
-        bool own; // from new[], not a platform block
-    };
-    std::vector<Block> blocks_;
-    char* current_ = nullptr; // the platform block being filled
-    std::size_t used_ = 0;
-};
-
 struct Point {
     double x, y;
 };
@@ -147,6 +73,7 @@ public:
             throw JobError("tessel writes at most " + std::to_string(kMostFlatGeobufItems) +
                            " features to a FlatGeobuf file, and these are " + std::to_string(layout.records));
         points_.reserve(layout.records);
+        properties_.emplace(layout.fieldTypes);
     }
 
     void Entity(const EntityRecord& entity) override
@@ -165,21 +92,9 @@ public:
     {
         sink_.Text().append(kMagic, sizeof kMagic);
         WriteHeader();
-        SortAlongHilbertCurve(points_);
-        WriteIndex();
-        // The properties lie scattered in memory now: each is fetched a few features ahead.
-        constexpr std::size_t kAhead = 16;
-        std::string& out = sink_.Text();
-        for (std::size_t k = 0; k < points_.size(); ++k) {
-            if (k + kAhead < points_.size())
-                __builtin_prefetch(points_[k + kAhead].properties);
-            const FlatGeobufItem& item = points_[k];
-            const double xy[2] = {item.x, item.y};
-            AppendFlatGeobufFeature(out, std::isnan(item.x) ? nullptr : xy,
-                                    item.properties ? PropertyStore::BytesAt(item.properties) : nullptr,
-                                    item.properties ? PropertyStore::SizeAt(item.properties) : 0);
-            sink_.RecordDone();
-        }
+        const FlatGeobufOrder order = HilbertOrder(points_, extent_);
+        WriteIndex(order);
+        WriteFeatures(order);
     }
 
 private:
@@ -188,45 +103,63 @@ private:
         return index < layout_.fieldTypes.size() ? layout_.fieldTypes[index] : FieldType::Text;
     }
 
-    // A feature: its point and its properties (each value not null: its column's number, then
-    // the value). A point at NaN is no place: such a feature has no geometry.
+    // A feature: its point and its properties. A point at NaN is no place: such a feature has
+    // no geometry.
     void Feature(std::optional<Point> point, const DataValueList* values)
     {
-        const std::size_t fields = values ? std::min(values->size(), layout_.fieldNames.size()) : 0;
-        properties_.clear();
-        for (std::size_t i = 0; i < fields; ++i)
-            AppendProperty(i, (*values)[i].get());
         const bool located = point && !std::isnan(point->x) && !std::isnan(point->y);
-        const auto bytes = static_cast<std::uint32_t>(FlatGeobufFeatureSize(located, properties_.size()));
-        const char* kept = featureProperties_.Add(properties_);
-        points_.push_back(located ? FlatGeobufItem{0, point->x, point->y, kept, bytes}
-                                  : FlatGeobufItem{0, NAN, NAN, kept, bytes});
+        const double x = located ? point->x : NAN, y = located ? point->y : NAN;
+        const std::size_t count = values ? std::min(values->size(), layout_.fieldNames.size()) : 0;
+        std::size_t encodedBytes = 0;
+        const unsigned char* kept = count ? properties_->Keep(values->data(), count, x, y, encodedBytes) : nullptr;
+        const std::size_t bytes = FlatGeobufFeatureSize(located, encodedBytes);
+        // FlatBuffers address a buffer in 31 bits.
+        if (bytes > std::numeric_limits<std::int32_t>::max())
+            throw JobError("a feature of " + std::to_string(bytes) + " bytes is too large for FlatGeobuf");
+        points_.push_back(
+            FlatGeobufItem{x, y, kept, static_cast<std::uint32_t>(bytes), static_cast<std::uint32_t>(count)});
+        if (located)
+            extent_.Add(x, y);
     }
 
-    void AppendProperty(std::size_t index, const CDataBox* value)
+    // The features in the tree's order. The items and their properties lie in the order
+    // written: each is fetched a few features ahead.
+    void WriteFeatures(const FlatGeobufOrder& order)
     {
-        if (!value || refhost::KindOf(*value) == CDataBox::Kind::Null)
-            return;
-        Append(properties_, static_cast<std::uint16_t>(index));
-        switch (FieldTypeAt(index)) {
-        case FieldType::Integer: Append(properties_, static_cast<std::int32_t>(refhost::IntegerOf(*value))); return;
-        case FieldType::Real:
-            Append(properties_, refhost::KindOf(*value) == CDataBox::Kind::Integer
-                                    ? static_cast<double>(refhost::IntegerOf(*value))
-                                    : refhost::RealOf(*value));
-            return;
-        case FieldType::Text: break;
+        constexpr std::size_t kItemAhead = 16, kPropertiesAhead = 8;
+        std::string& out = sink_.Text();
+        for (std::size_t k = 0; k < order.size(); ++k) {
+            if (k + kItemAhead < order.size())
+                PrefetchForReading(&points_[WrittenIndex(order[k + kItemAhead])]);
+            if (k + kPropertiesAhead < order.size()) {
+                if (const unsigned char* properties = points_[WrittenIndex(order[k + kPropertiesAhead])].properties)
+                    PrefetchForReading(properties);
+            }
+            const FlatGeobufItem& item = points_[WrittenIndex(order[k])];
+            const bool located = !std::isnan(item.x);
+            const double xy[2] = {item.x, item.y};
+            const std::size_t start = out.size();
+            out.resize(start + item.bytes);
+            char* const feature = &out[start];
+            const std::size_t withoutProperties = FlatGeobufFeatureSize(located, 0);
+            const std::size_t propertyBytes =
+                item.properties ? item.bytes - withoutProperties - sizeof(std::uint32_t) : 0;
+            char* const properties = WriteFlatGeobufFeature(feature, located ? xy : nullptr, propertyBytes);
+            if (item.properties && !FlatGeobufProperties::Encode(properties, feature + item.bytes, item.properties,
+                                                                 item.valueCount, item.x, item.y))
+                throw JobError("a FlatGeobuf feature's properties came out at another size than they were kept");
+            sink_.RecordDone();
         }
-        const std::string text = refhost::ToUtf8(static_cast<WString>(*value));
-        Append(properties_, static_cast<std::uint32_t>(text.size()));
-        properties_ += text;
     }
 
     void WriteHeader()
     {
         flatbuffers::FlatBufferBuilder header(4096);
         const CoordinateSystem* crs = layout_.crs.get();
-        const std::optional<std::array<double, 4>> extent = Extent();
+        const std::optional<std::array<double, 4>> extent =
+            extent_.Empty()
+                ? std::nullopt
+                : std::optional<std::array<double, 4>>({extent_.minX, extent_.minY, extent_.maxX, extent_.maxY});
 
         const auto name = layerName_.empty() ? 0 : header.CreateString(layerName_);
         const auto envelope = extent ? header.CreateVector(extent->data(), extent->size()) : 0;
@@ -278,52 +211,44 @@ private:
         return flatbuffers::Offset<void>(header.EndTable(table));
     }
 
-    // minX, minY, maxX, maxY of the points; none without a point.
-    std::optional<std::array<double, 4>> Extent() const
-    {
-        std::array<double, 4> extent{INFINITY, INFINITY, -INFINITY, -INFINITY};
-        for (const FlatGeobufItem& point : points_) {
-            if (std::isnan(point.x))
-                continue;
-            extent = {std::min(extent[0], point.x), std::min(extent[1], point.y), std::max(extent[2], point.x),
-                      std::max(extent[3], point.y)};
-        }
-        if (extent[0] > extent[2])
-            return std::nullopt;
-        return extent;
-    }
-
-    // The levels above the leaves, then the leaves: the sorted points, each with its
-    // feature's place among the features that follow in the same order.
-    void WriteIndex()
+    // The levels above the leaves, then the leaves: the points in the tree's order, each with
+    // its feature's place among the features that follow in the same order.
+    void WriteIndex(const FlatGeobufOrder& order)
     {
         constexpr std::size_t kNodesAtOnce = 16384;
-        const std::vector<FlatGeobufNode> upper = FlatGeobufUpperLevels(points_);
+        const std::vector<FlatGeobufNode> upper = FlatGeobufUpperLevels(points_, order);
         for (std::size_t first = 0; first < upper.size(); first += kNodesAtOnce) {
             const std::size_t count = std::min(kNodesAtOnce, upper.size() - first);
             sink_.Text().append(reinterpret_cast<const char*>(&upper[first]), count * sizeof(FlatGeobufNode));
             sink_.RecordDone();
         }
+        // The items lie in the order written: each is fetched a few leaves ahead.
+        constexpr std::size_t kAhead = 16;
+        std::vector<FlatGeobufNode> leaves(std::min(kNodesAtOnce, order.size()));
         std::uint64_t offset = 0;
-        for (std::size_t k = 0; k < points_.size(); ++k) {
-            const FlatGeobufItem& item = points_[k];
-            const FlatGeobufNode leaf = std::isnan(item.x)
-                                            ? FlatGeobufNode{INFINITY, INFINITY, -INFINITY, -INFINITY, offset}
-                                            : FlatGeobufNode{item.x, item.y, item.x, item.y, offset};
-            sink_.Text().append(reinterpret_cast<const char*>(&leaf), sizeof leaf);
-            offset += item.bytes;
-            if (k % kNodesAtOnce == kNodesAtOnce - 1)
-                sink_.RecordDone();
+        for (std::size_t first = 0; first < order.size(); first += kNodesAtOnce) {
+            const std::size_t count = std::min(kNodesAtOnce, order.size() - first);
+            for (std::size_t k = first; k < first + count; ++k) {
+                if (k + kAhead < order.size())
+                    PrefetchForReading(&points_[WrittenIndex(order[k + kAhead])]);
+                const FlatGeobufItem& item = points_[WrittenIndex(order[k])];
+                leaves[k - first] = std::isnan(item.x)
+                                        ? FlatGeobufNode{INFINITY, INFINITY, -INFINITY, -INFINITY, offset}
+                                        : FlatGeobufNode{item.x, item.y, item.x, item.y, offset};
+                offset += item.bytes;
+            }
+            sink_.Text().append(reinterpret_cast<const char*>(leaves.data()), count * sizeof(FlatGeobufNode));
+            sink_.RecordDone();
         }
-        sink_.RecordDone();
     }
 
     TextSink& sink_;
     std::string layerName_;
     RecordLayout layout_;
-    FlatGeobufItems points_; // each feature's, in the order written until End
-    PropertyStore featureProperties_;
-    std::string properties_; // the feature's being made
+    FlatGeobufItems points_;                         // each feature's, in the order written
+    FlatGeobufExtent extent_;                        // of the points
+    std::optional<FlatGeobufProperties> properties_; // for the layout's columns, from Begin
+    double tA = 0, tS = 0, tE = 0, tO = 0;
 };
 
 } // namespace

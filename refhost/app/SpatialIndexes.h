@@ -8,6 +8,8 @@
 
 #include "refhost/app/LargeArrayAllocator.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -40,31 +42,40 @@ struct FlatGeobufNode {
 static_assert(sizeof(FlatGeobufNode) == 40, "index nodes are 40 bytes in the file");
 
 // A feature on its way into the index: its point (x and y NaN for a feature without one), its
-// size in the file (size prefix included) and where its writer keeps the rest of it. All
-// that the writing needs travels with the item: after the sort, nothing is looked up out of
-// order but the properties themselves.
+// size and where its writer keeps the rest of it.
 struct FlatGeobufItem {
-    std::uint64_t sortKey; // set by SortAlongHilbertCurve
     double x, y;
-    const char* properties;
-    std::uint32_t bytes;
+    const unsigned char* properties; // as FlatGeobufProperties keeps them; null for none
+    std::uint32_t bytes;             // in the file, size prefix included
+    std::uint32_t valueCount;        // the values the properties were kept from
 };
+static_assert(sizeof(FlatGeobufItem) == 32, "two items to a cache line");
 constexpr std::size_t kMostFlatGeobufItems = std::size_t(1) << 31;
 using FlatGeobufItems = std::vector<FlatGeobufItem, LargeArrayAllocator<FlatGeobufItem>>;
 
-// Sorts the items, given in the order written (at most kMostFlatGeobufItems), in place along
-// a Hilbert curve through their points' extent: items on one place of the curve keep the
-// order written, items without a point go last. Sorted in place because there may be
-// hundreds of millions: no second array is made.
-void SortAlongHilbertCurve(FlatGeobufItems& items);
-// A sorted item's place in the order written.
-inline std::size_t WrittenIndex(const FlatGeobufItem& item)
+// The points' extent: minX, minY, maxX, maxY (minX > maxX when there is no point).
+struct FlatGeobufExtent {
+    double minX = INFINITY, minY = INFINITY, maxX = -INFINITY, maxY = -INFINITY;
+    void Add(double x, double y)
+    {
+        minX = std::min(minX, x), minY = std::min(minY, y), maxX = std::max(maxX, x), maxY = std::max(maxY, y);
+    }
+    bool Empty() const { return minX > maxX; }
+};
+
+// The items' order along a Hilbert curve through their extent (which encloses every point):
+// one entry per item, whose low bits give the item's place in the order written
+// (WrittenIndex). Items on one place of the curve keep the order written; items without a
+// point go last. At most kMostFlatGeobufItems items.
+using FlatGeobufOrder = std::vector<std::uint64_t, LargeArrayAllocator<std::uint64_t>>;
+FlatGeobufOrder HilbertOrder(const FlatGeobufItems& items, const FlatGeobufExtent& extent);
+inline std::size_t WrittenIndex(std::uint64_t entry)
 {
-    return static_cast<std::size_t>(item.sortKey & (kMostFlatGeobufItems - 1));
+    return static_cast<std::size_t>(entry & (kMostFlatGeobufItems - 1));
 }
 
-// The levels of the index above its leaves, root first, where the leaves are the sorted
-// items: the nodes the file holds before the leaves. Empty for at most one item.
-std::vector<FlatGeobufNode> FlatGeobufUpperLevels(const FlatGeobufItems& sorted);
+// The levels of the index above its leaves, root first, where the leaves are the items in
+// that order: the nodes the file holds before the leaves. Empty for at most one item.
+std::vector<FlatGeobufNode> FlatGeobufUpperLevels(const FlatGeobufItems& items, const FlatGeobufOrder& order);
 
 } // namespace tessel

@@ -212,10 +212,111 @@ TEST(FlatGeobufWriter, EveryBufferIsSoundAndReadsBackThroughTheIndex)
     EXPECT_EQ(read[3].properties, properties);
 }
 
+// Bytes of a value as the file holds it.
+template <typename Value>
+std::string Bytes(Value value)
+{
+    return std::string(reinterpret_cast<const char*>(&value), sizeof value);
+}
+
+// Every kind of value through the writer, each compared byte for byte: reals that repeat the
+// point's x or y (or each other's), that nearly do, -0.0 at x = 0, integers in a real column,
+// text past 255 bytes, text beyond ASCII (a surrogate pair, an unpaired surrogate), a number
+// in a text column, nulls between values, and a feature whose values are all null.
+TEST(FlatGeobufWriter, EveryValueComesBackExactly)
+{
+    using refhost::testing::W;
+    const auto integer = [](int value) {
+        auto box = boost::make_shared<CDataBox>();
+        box->SetValue(value);
+        return box;
+    };
+    const auto real = [](double value) {
+        auto box = boost::make_shared<CDataBox>();
+        box->SetValue(value);
+        return box;
+    };
+    const auto text = [](const WString& value) { return boost::make_shared<CDataBox>(value.c_str()); };
+    const auto null = [] { return boost::make_shared<CDataBox>(); };
+    const std::string longText = std::string(300, 'a') + "\xC3\xA9";
+    WString pairs = W("\xF0\x9F\x98\x80");       // U+1F600, a surrogate pair
+    pairs.push_back(static_cast<WChar>(0xD800)); // unpaired: U+FFFD
+    struct Case {
+        AcGePoint3d point;
+        DataValueList values; // ID, E (real), N (real), T (text), H (real)
+        std::map<int, std::string> expected;
+    };
+    const std::vector<Case> cases = {
+        {{10.5, 20.25, 0},
+         {integer(1), real(10.5), real(20.25), text(W("short")), real(-0.0)},
+         {{0, Bytes(std::int32_t(1))}, {1, Bytes(10.5)}, {2, Bytes(20.25)}, {3, "short"}, {4, Bytes(-0.0)}}},
+        {{10.5, 20.25, 0},
+         {integer(2), real(20.25), real(10.5), text(W(longText)), integer(7)},
+         {{0, Bytes(std::int32_t(2))}, {1, Bytes(20.25)}, {2, Bytes(10.5)}, {3, longText}, {4, Bytes(7.0)}}},
+        {{0, 1, 0},
+         {integer(3), real(-0.0), null(), text(pairs), real(std::nextafter(1.0, 2.0))},
+         {{0, Bytes(std::int32_t(3))},
+          {1, Bytes(-0.0)},
+          {3, "\xF0\x9F\x98\x80\xEF\xBF\xBD"},
+          {4, Bytes(std::nextafter(1.0, 2.0))}}},
+        {{-3, -3, 0},
+         {integer(4), real(-3), null(), integer(42), null()},
+         {{0, Bytes(std::int32_t(4))}, {1, Bytes(-3.0)}, {3, "42"}}},
+        {{5, 5, 0}, {null(), null(), null(), null(), null()}, {}},
+    };
+    TextSink sink;
+    const auto writer = MakeRecordWriter(OutputFormat::FlatGeobuf, sink, "");
+    RecordLayout layout;
+    layout.fieldNames = {"ID", "E", "N", "T", "H"};
+    layout.fieldTypes = {FieldType::Integer, FieldType::Real, FieldType::Real, FieldType::Text, FieldType::Real};
+    layout.records = cases.size();
+    writer->Begin(layout);
+    for (const Case& each : cases) {
+        EntityRecord record;
+        record.position = &each.point;
+        record.values = &each.values;
+        writer->Entity(record);
+    }
+    writer->End();
+    const std::string& file = sink.Text();
+
+    // Five leaves under one root, then the features one after the other.
+    std::size_t at = 8 + Buffer(file, 8).Size() + 6 * 40;
+    std::map<int, std::map<int, std::string>> found; // by ID (0 for none)
+    while (at < file.size()) {
+        Buffer buffer(file, at);
+        const Table* feature = buffer.Verified(buffer.Root(), {0, 1});
+        ASSERT_NE(feature, nullptr);
+        std::map<int, std::string> properties;
+        if (feature->GetPointer<const void*>(Slot(1))) {
+            const auto* vector = buffer.Vector<std::uint8_t>(feature, 1);
+            ASSERT_NE(vector, nullptr);
+            const std::string raw(reinterpret_cast<const char*>(vector->data()), vector->size());
+            for (std::size_t p = 0; p < raw.size();) {
+                const int column = ReadAt<std::uint16_t>(raw, p);
+                p += 2;
+                const std::size_t length = column == 0 ? 4 : column == 3 ? ReadAt<std::uint32_t>(raw, p) : 8;
+                if (column == 3)
+                    p += 4;
+                ASSERT_LE(p + length, raw.size());
+                properties[column] = raw.substr(p, length);
+                p += length;
+            }
+        }
+        const int id = properties.count(0) ? ReadAt<std::int32_t>(properties[0], 0) : 0;
+        found[id] = properties;
+        at += buffer.Size();
+    }
+    EXPECT_EQ(at, file.size());
+    ASSERT_EQ(found.size(), cases.size());
+    for (std::size_t i = 0; i < cases.size(); ++i)
+        EXPECT_EQ(found[i + 1 < cases.size() ? static_cast<int>(i + 1) : 0], cases[i].expected) << "case " << i + 1;
+}
+
 // Enough points for a tree of six levels, each with one node more than fills its parents (and
 // arrays past a megabyte, which come from the platform's large-array memory): every node
-// encloses its children, the leaves hold every point once and lead to the features in order,
-// one after the other to the end of the file.
+// encloses its children, nodes are small as the curve makes them, the leaves hold every point
+// once and lead to the features in order, one after the other to the end of the file.
 TEST(FlatGeobufWriter, ATreeOfManyLevelsEnclosesEveryPoint)
 {
     constexpr std::size_t kPoints = 65537; // levels of 65537, 4097, 257, 17, 2 and 1 nodes
@@ -257,6 +358,15 @@ TEST(FlatGeobufWriter, ATreeOfManyLevelsEnclosesEveryPoint)
         for (std::size_t child = first; child < first + children; ++child)
             ASSERT_TRUE(encloses(box(node), box(child))) << "node " << node << ", child " << child;
     }
+    // Along the curve, the leaves of one parent lie close together: their boxes take a small
+    // share of the extent (in any other order they would span most of it).
+    double parentArea = 0;
+    for (std::size_t node = nodes - kPoints - 4097; node < nodes - kPoints; ++node) {
+        const std::array<double, 4> parent = box(node);
+        parentArea += (parent[2] - parent[0]) * (parent[3] - parent[1]);
+    }
+    const std::array<double, 4> root = box(0);
+    EXPECT_LT(parentArea / 4097, (root[2] - root[0]) * (root[3] - root[1]) / 100);
     std::multiset<std::pair<double, double>> found;
     std::size_t expected = features;
     for (std::size_t leaf = nodes - kPoints; leaf < nodes; ++leaf) {
