@@ -24,6 +24,7 @@ extern char** environ;
 namespace {
 
 const char kUsage[] = "usage: bench-app FILE [--tessel PATH] [--bench-import PATH] [--no-engine] [--gis FOLDER]\n"
+                      "                 [--repeat N]\n"
                       "\n"
                       "FILE is a space-delimited survey file of tessel-gen-survey. Runs, each once:\n"
                       "  bench-import FILE --only points, and --only cloud (the engine's figures)\n"
@@ -33,11 +34,13 @@ const char kUsage[] = "usage: bench-app FILE [--tessel PATH] [--bench-import PAT
                       "With --gis, writes into FOLDER (files, as GIS datasets need them):\n"
                       "  tessel import points FILE ... -o FOLDER/bench.geojson, .fgb, .gpkg (--crs EPSG:25833)\n"
                       "  tessel import points FILE ... -o FOLDER/bench.csv, then ogr2ogr of that CSV to GeoPackage\n"
-                      "and compares GeoPackage with ogr2ogr, FlatGeobuf with GeoJSON.\n"
+                      "and compares GeoPackage with ogr2ogr, FlatGeobuf with GeoJSON (the medians of N runs\n"
+                      "each, 3 unless given, in turn and in alternating order).\n"
                       "tessel and bench-import are looked for beside bench-app unless given.\n";
 
 struct Run {
-    double cpuSeconds = 0;
+    double cpuSeconds = 0; // user and system
+    double systemSeconds = 0;
     double wallSeconds = 0;
     long peakKilobytes = 0;
     int status = -1;
@@ -77,6 +80,7 @@ Run Spawn(const std::vector<std::string>& words)
         wait4(child, &status, 0, &usage);
         run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
         run.cpuSeconds = Seconds(usage.ru_utime) + Seconds(usage.ru_stime);
+        run.systemSeconds = Seconds(usage.ru_stime);
         run.peakKilobytes = usage.ru_maxrss;
     }
     run.wallSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
@@ -133,7 +137,7 @@ double EngineFigure(const std::string& benchImport, const std::string& file, con
     const Run run = Spawn({benchImport, file, "--only", only});
     const double speed = EngineLinesPerSecond(run.output, name);
     const std::string label = std::string("engine ") + name + " (bench-import)";
-    std::printf("%-34s %7.3f s cpu in all %24.0f lines/s  peak %7.1f MB\n", label.c_str(), run.cpuSeconds, speed,
+    std::printf("%-38s %7.3f s cpu in all %24.0f lines/s  peak %7.1f MB\n", label.c_str(), run.cpuSeconds, speed,
                 run.peakKilobytes / 1024.0);
     return speed;
 }
@@ -141,21 +145,32 @@ double EngineFigure(const std::string& benchImport, const std::string& file, con
 void Report(const char* name, const Run& run, unsigned long long records, double engine)
 {
     if (run.status != 0) {
-        std::printf("%-34s failed with status %d\n", name, run.status);
+        std::printf("%-38s failed with status %d\n", name, run.status);
         return;
     }
     const double speed = records / run.cpuSeconds;
-    std::printf("%-34s %7.3f s cpu (%7.3f s wall) %10.0f lines/s  peak %7.1f MB", name, run.cpuSeconds, run.wallSeconds,
-                speed, run.peakKilobytes / 1024.0);
+    std::printf("%-38s %7.3f s cpu (%6.3f system, %7.3f s wall) %10.0f lines/s  peak %7.1f MB", name, run.cpuSeconds,
+                run.systemSeconds, run.wallSeconds, speed, run.peakKilobytes / 1024.0);
     if (engine > 0)
         std::printf("   %5.1f %% of the engine's speed", 100.0 * speed / engine);
     std::printf("\n");
     std::fflush(stdout);
 }
 
+// The run of median processor time.
+Run Median(std::vector<Run> runs)
+{
+    std::sort(runs.begin(), runs.end(), [](const Run& a, const Run& b) { return a.cpuSeconds < b.cpuSeconds; });
+    return runs[runs.size() / 2];
+}
+
 // The same points as GeoJSON, FlatGeobuf and GeoPackage files, and through GDAL's own
 // converter from CSV to GeoPackage; figures in processor time, the ratios the targets name.
-int CompareGisOutputs(std::vector<std::string> points, const std::string& folder, unsigned long long records)
+// GeoJSON and FlatGeobuf are written repeat times each, in turn and in alternating order:
+// their system time (the kernel's fresh pages, for the records and the file) swings by
+// seconds between identical runs, with how recently the memory a run gets was freed.
+int CompareGisOutputs(std::vector<std::string> points, const std::string& folder, unsigned long long records,
+                      int repeat)
 {
     const auto to = [&points, &folder](const char* name) {
         std::vector<std::string> words = points;
@@ -163,10 +178,18 @@ int CompareGisOutputs(std::vector<std::string> points, const std::string& folder
         words.insert(words.end(), {"--crs", "EPSG:25833"});
         return words;
     };
-    const Run geoJson = Spawn(to("bench.geojson"));
-    Report("tessel import points -> .geojson", geoJson, records, 0);
-    const Run flatGeobuf = Spawn(to("bench.fgb"));
-    Report("tessel import points -> .fgb", flatGeobuf, records, 0);
+    std::vector<Run> geoJsonRuns, flatGeobufRuns;
+    for (int round = 0; round < repeat; ++round) {
+        const bool geoJsonFirst = round % 2 == 0;
+        for (const bool writeGeoJson : {geoJsonFirst, !geoJsonFirst}) {
+            const std::string label = std::string("tessel import points -> ") + (writeGeoJson ? ".geojson" : ".fgb") +
+                                      " (" + std::to_string(round + 1) + ")";
+            const Run run = Spawn(to(writeGeoJson ? "bench.geojson" : "bench.fgb"));
+            Report(label.c_str(), run, records, 0);
+            (writeGeoJson ? geoJsonRuns : flatGeobufRuns).push_back(run);
+        }
+    }
+    const Run geoJson = Median(geoJsonRuns), flatGeobuf = Median(flatGeobufRuns);
     const Run geoPackage = Spawn(to("bench.gpkg"));
     Report("tessel import points -> .gpkg", geoPackage, records, 0);
     std::vector<std::string> csv = to("bench.csv");
@@ -181,8 +204,8 @@ int CompareGisOutputs(std::vector<std::string> points, const std::string& folder
         return 1;
     std::printf("GeoPackage: ogr2ogr takes %.2f x tessel's processor time (%.2f x its wall time)\n",
                 converter.cpuSeconds / geoPackage.cpuSeconds, converter.wallSeconds / geoPackage.wallSeconds);
-    std::printf("FlatGeobuf: GeoJSON takes %.2f x FlatGeobuf's processor time (%.2f x its wall time)\n",
-                geoJson.cpuSeconds / flatGeobuf.cpuSeconds, geoJson.wallSeconds / flatGeobuf.wallSeconds);
+    std::printf("FlatGeobuf: GeoJSON takes %.2f x FlatGeobuf's processor time (%.2f x its wall time), medians of %d\n",
+                geoJson.cpuSeconds / flatGeobuf.cpuSeconds, geoJson.wallSeconds / flatGeobuf.wallSeconds, repeat);
     return 0;
 }
 
@@ -194,6 +217,7 @@ int main(int argc, char** argv)
     std::string file, tessel = folder + "/tessel", benchImport = folder + "/bench-import";
     std::string gisFolder;
     bool engine = true;
+    int repeat = 3;
     for (int i = 1; i < argc; ++i) {
         const std::string argument = argv[i];
         if (argument == "--tessel" && i + 1 < argc)
@@ -202,6 +226,8 @@ int main(int argc, char** argv)
             benchImport = argv[++i];
         else if (argument == "--gis" && i + 1 < argc)
             gisFolder = argv[++i];
+        else if (argument == "--repeat" && i + 1 < argc && std::atoi(argv[i + 1]) > 0)
+            repeat = std::atoi(argv[++i]);
         else if (argument == "--no-engine")
             engine = false;
         else if (file.empty() && !argument.empty() && argument[0] != '-')
@@ -277,6 +303,6 @@ int main(int argc, char** argv)
         engineCloud = EngineFigure(benchImport, file, "cloud", "ImportCloud");
     Report("tessel import cloud -> .jsonl", Spawn(cloud), records, engineCloud);
     if (!gisFolder.empty())
-        return CompareGisOutputs(points, gisFolder, records);
+        return CompareGisOutputs(points, gisFolder, records, repeat);
     return 0;
 }
