@@ -126,7 +126,7 @@ private:
     // written: each is fetched a few features ahead.
     void WriteFeatures(const FlatGeobufOrder& order)
     {
-        constexpr std::size_t kItemAhead = 16, kPropertiesAhead = 8;
+        constexpr std::size_t kItemAhead = 32, kPropertiesAhead = 16;
         std::string& out = sink_.Text();
         for (std::size_t k = 0; k < order.size(); ++k) {
             if (k + kItemAhead < order.size())
