@@ -47,7 +47,7 @@ std::uint32_t HilbertIndex(std::uint32_t x, std::uint32_t y)
 
 } // namespace
 
-FlatGeobufOrder HilbertOrder(const FlatGeobufItems& items, const FlatGeobufExtent& extent)
+void HilbertOrder(FlatGeobufOrder& order, const FlatGeobufRecords& records, const FlatGeobufExtent& extent)
 {
     // A cell of the 65536 x 65536 grid over the extent; a multiplication where a division
     // would cost more than the curve itself.
@@ -56,24 +56,29 @@ FlatGeobufOrder HilbertOrder(const FlatGeobufItems& items, const FlatGeobufExten
     const auto cell = [](double value, double min, double scale) {
         return std::min(static_cast<std::uint32_t>((value - min) * scale), 0xFFFFu);
     };
-    // An entry: one bit for "no point", the place on the curve, the place in the order written.
-    // Made in the order written, so a stable sort by the upper 33 bits alone keeps the order
-    // written among equal places: three passes of 11 bits, counted while the entries are made.
-    constexpr int kPlaceShift = 31, kDigitBits = 11, kPasses = 3;
+    // An entry's upper 33 bits: one bit for "no point", then the place on the curve. The
+    // locators below them follow the order written, so a stable sort by the upper bits alone
+    // keeps the order written among equal places: three passes of 11 bits, counted while the
+    // places are found.
+    constexpr int kPlaceShift = FlatGeobufRecords::kLocatorBits, kDigitBits = 11, kPasses = 3;
     constexpr std::size_t kDigits = std::size_t(1) << kDigitBits;
     std::vector<std::size_t> counts(kPasses * kDigits);
     const auto digit = [](std::uint64_t entry, int pass) {
         return static_cast<std::size_t>(entry >> (kPlaceShift + pass * kDigitBits)) & (kDigits - 1);
     };
-    FlatGeobufOrder order;
-    order.reserve(items.size());
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        const FlatGeobufItem& item = items[i];
-        const std::uint64_t place =
-            std::isnan(item.x) ? std::uint64_t(1) << 32
-                               : HilbertIndex(cell(item.x, extent.minX, scaleX), cell(item.y, extent.minY, scaleY));
-        const std::uint64_t entry = place << kPlaceShift | i;
-        order.push_back(entry);
+    // The records lie in the order written: each is fetched a few entries ahead.
+    constexpr std::size_t kAhead = 8;
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        if (i + kAhead < order.size())
+            PrefetchForReading(records.Address(Locator(order[i + kAhead])));
+        double x, y;
+        std::uint32_t bytes;
+        records.PointAndSize(Locator(order[i]), x, y, bytes);
+        const std::uint64_t place = std::isnan(x)
+                                        ? std::uint64_t(1) << 32
+                                        : HilbertIndex(cell(x, extent.minX, scaleX), cell(y, extent.minY, scaleY));
+        const std::uint64_t entry = place << kPlaceShift | Locator(order[i]);
+        order[i] = entry;
         for (int pass = 0; pass < kPasses; ++pass)
             ++counts[pass * kDigits + digit(entry, pass)];
     }
@@ -90,10 +95,9 @@ FlatGeobufOrder HilbertOrder(const FlatGeobufItems& items, const FlatGeobufExten
             other[start[digit(entry, pass)]++] = entry;
         order.swap(other);
     }
-    return order;
 }
 
-std::vector<FlatGeobufNode> FlatGeobufUpperLevels(const FlatGeobufItems& items, const FlatGeobufOrder& order)
+std::vector<FlatGeobufNode> FlatGeobufUpperLevels(const FlatGeobufOrder& order, const FlatGeobufRecords& records)
 {
     std::vector<std::size_t> levelNodes{order.size()}; // from the leaves up
     std::size_t total = order.size();
@@ -106,17 +110,19 @@ std::vector<FlatGeobufNode> FlatGeobufUpperLevels(const FlatGeobufItems& items, 
     for (std::size_t end = total, level = 0; level < levelNodes.size(); ++level)
         levelStart.push_back(end -= levelNodes[level]);
     std::vector<FlatGeobufNode> nodes(total - order.size());
-    // The leaves' items lie in the order written: each is fetched a few leaves ahead.
+    // The leaves' records lie in the order written: each is fetched a few leaves ahead.
     constexpr std::size_t kAhead = 16;
     const auto box = [&](std::size_t node) -> FlatGeobufNode {
         if (node < nodes.size())
             return nodes[node];
         const std::size_t leaf = node - nodes.size();
         if (leaf + kAhead < order.size())
-            PrefetchForReading(&items[WrittenIndex(order[leaf + kAhead])]);
-        const FlatGeobufItem& item = items[WrittenIndex(order[leaf])];
-        return std::isnan(item.x) ? FlatGeobufNode{INFINITY, INFINITY, -INFINITY, -INFINITY, 0}
-                                  : FlatGeobufNode{item.x, item.y, item.x, item.y, 0};
+            PrefetchForReading(records.Address(Locator(order[leaf + kAhead])));
+        double x, y;
+        std::uint32_t bytes;
+        records.PointAndSize(Locator(order[leaf]), x, y, bytes);
+        return std::isnan(x) ? FlatGeobufNode{INFINITY, INFINITY, -INFINITY, -INFINITY, 0}
+                             : FlatGeobufNode{x, y, x, y, 0};
     };
     for (std::size_t level = 0; level + 1 < levelNodes.size(); ++level) {
         std::size_t child = levelStart[level];

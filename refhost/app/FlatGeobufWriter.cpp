@@ -3,12 +3,12 @@
 // elevation); the header names the fields with their types, the coordinate system, the extent
 // and the packed Hilbert R-tree that follows it; then come the features in the tree's order.
 // That order is known only once every point is in: until End, each feature waits as its
-// point, its size and its properties, packed.
+// point, its size and its properties, packed (FlatGeobufRecords).
 
 #include "refhost/app/AppError.h"
 #include "refhost/app/CoordinateSystem.h"
 #include "refhost/app/FlatGeobufFeature.h"
-#include "refhost/app/FlatGeobufProperties.h"
+#include "refhost/app/FlatGeobufRecords.h"
 #include "refhost/app/RecordWriter.h"
 #include "refhost/app/SpatialIndexes.h"
 #include "platform/Sse2.h"
@@ -69,11 +69,14 @@ public:
         if (layout.fieldNames.size() > std::numeric_limits<std::uint16_t>::max())
             throw JobError("FlatGeobuf holds at most 65535 fields, and these records have " +
                            std::to_string(layout.fieldNames.size()));
-        if (layout.records > kMostFlatGeobufItems)
-            throw JobError("tessel writes at most " + std::to_string(kMostFlatGeobufItems) +
+        if (layout.records > kMostFlatGeobufFeatures)
+            throw JobError("tessel writes at most " + std::to_string(kMostFlatGeobufFeatures) +
                            " features to a FlatGeobuf file, and these are " + std::to_string(layout.records));
-        points_.reserve(layout.records);
-        properties_.emplace(layout.fieldTypes);
+        order_.reserve(layout.records);
+        std::vector<FieldType> types;
+        for (std::size_t i = 0; i < layout.fieldNames.size(); ++i)
+            types.push_back(FieldTypeAt(i));
+        records_.emplace(std::move(types));
     }
 
     void Entity(const EntityRecord& entity) override
@@ -92,9 +95,9 @@ public:
     {
         sink_.Text().append(kMagic, sizeof kMagic);
         WriteHeader();
-        const FlatGeobufOrder order = HilbertOrder(points_, extent_);
-        WriteIndex(order);
-        WriteFeatures(order);
+        HilbertOrder(order_, *records_, extent_);
+        WriteIndex();
+        WriteFeatures();
     }
 
 private:
@@ -107,47 +110,33 @@ private:
     // no geometry.
     void Feature(std::optional<Point> point, const DataValueList* values)
     {
+        if (order_.size() == kMostFlatGeobufFeatures)
+            throw JobError("tessel writes at most " + std::to_string(kMostFlatGeobufFeatures) +
+                           " features to a FlatGeobuf file");
         const bool located = point && !std::isnan(point->x) && !std::isnan(point->y);
         const double x = located ? point->x : NAN, y = located ? point->y : NAN;
         const std::size_t count = values ? std::min(values->size(), layout_.fieldNames.size()) : 0;
-        std::size_t encodedBytes = 0;
-        const unsigned char* kept = count ? properties_->Keep(values->data(), count, x, y, encodedBytes) : nullptr;
-        const std::size_t bytes = FlatGeobufFeatureSize(located, encodedBytes);
-        // FlatBuffers address a buffer in 31 bits.
-        if (bytes > std::numeric_limits<std::int32_t>::max())
-            throw JobError("a feature of " + std::to_string(bytes) + " bytes is too large for FlatGeobuf");
-        points_.push_back(
-            FlatGeobufItem{x, y, kept, static_cast<std::uint32_t>(bytes), static_cast<std::uint32_t>(count)});
+        order_.push_back(records_->Keep(x, y, count ? values->data() : nullptr, count));
         if (located)
             extent_.Add(x, y);
     }
 
-    // The features in the tree's order. The items and their properties lie in the order
-    // written: each is fetched a few features ahead.
-    void WriteFeatures(const FlatGeobufOrder& order)
+    // The features in the tree's order; their records lie in the order written, so each is
+    // fetched a few features ahead.
+    void WriteFeatures()
     {
-        constexpr std::size_t kItemAhead = 32, kPropertiesAhead = 16;
+        constexpr std::size_t kAhead = 16;
         std::string& out = sink_.Text();
-        for (std::size_t k = 0; k < order.size(); ++k) {
-            if (k + kItemAhead < order.size())
-                PrefetchForReading(&points_[WrittenIndex(order[k + kItemAhead])]);
-            if (k + kPropertiesAhead < order.size()) {
-                if (const unsigned char* properties = points_[WrittenIndex(order[k + kPropertiesAhead])].properties)
-                    PrefetchForReading(properties);
-            }
-            const FlatGeobufItem& item = points_[WrittenIndex(order[k])];
-            const bool located = !std::isnan(item.x);
-            const double xy[2] = {item.x, item.y};
+        for (std::size_t k = 0; k < order_.size(); ++k) {
+            if (k + kAhead < order_.size())
+                PrefetchForReading(records_->Address(Locator(order_[k + kAhead])));
+            const std::uint32_t locator = Locator(order_[k]);
+            double x, y;
+            std::uint32_t bytes;
+            records_->PointAndSize(locator, x, y, bytes);
             const std::size_t start = out.size();
-            out.resize(start + item.bytes);
-            char* const feature = &out[start];
-            const std::size_t withoutProperties = FlatGeobufFeatureSize(located, 0);
-            const std::size_t propertyBytes =
-                item.properties ? item.bytes - withoutProperties - sizeof(std::uint32_t) : 0;
-            char* const properties = WriteFlatGeobufFeature(feature, located ? xy : nullptr, propertyBytes);
-            if (item.properties && !FlatGeobufProperties::Encode(properties, feature + item.bytes, item.properties,
-                                                                 item.valueCount, item.x, item.y))
-                throw JobError("a FlatGeobuf feature's properties came out at another size than they were kept");
+            out.resize(start + bytes);
+            records_->Write(locator, &out[start]);
             sink_.RecordDone();
         }
     }
@@ -182,9 +171,9 @@ private:
         header.AddElement(Slot(kGeometryType), kPointGeometry);
         if (!columnList.IsNull())
             header.AddOffset(Slot(kColumns), columnList);
-        header.AddElement(Slot(kFeaturesCount), static_cast<std::uint64_t>(points_.size()));
+        header.AddElement(Slot(kFeaturesCount), static_cast<std::uint64_t>(order_.size()));
         // Node size 0 says that no index follows: there is none of no features.
-        header.AddElement(Slot(kIndexNodeSize), points_.size() ? kFlatGeobufNodeSize : std::uint16_t(0),
+        header.AddElement(Slot(kIndexNodeSize), order_.size() ? kFlatGeobufNodeSize : std::uint16_t(0),
                           kFlatGeobufNodeSize);
         if (!crsTable.IsNull())
             header.AddOffset(Slot(kCrs), crsTable);
@@ -213,29 +202,30 @@ private:
 
     // The levels above the leaves, then the leaves: the points in the tree's order, each with
     // its feature's place among the features that follow in the same order.
-    void WriteIndex(const FlatGeobufOrder& order)
+    void WriteIndex()
     {
         constexpr std::size_t kNodesAtOnce = 16384;
-        const std::vector<FlatGeobufNode> upper = FlatGeobufUpperLevels(points_, order);
+        const std::vector<FlatGeobufNode> upper = FlatGeobufUpperLevels(order_, *records_);
         for (std::size_t first = 0; first < upper.size(); first += kNodesAtOnce) {
             const std::size_t count = std::min(kNodesAtOnce, upper.size() - first);
             sink_.Text().append(reinterpret_cast<const char*>(&upper[first]), count * sizeof(FlatGeobufNode));
             sink_.RecordDone();
         }
-        // The items lie in the order written: each is fetched a few leaves ahead.
+        // The records lie in the order written: each is fetched a few leaves ahead.
         constexpr std::size_t kAhead = 16;
-        std::vector<FlatGeobufNode> leaves(std::min(kNodesAtOnce, order.size()));
+        std::vector<FlatGeobufNode> leaves(std::min(kNodesAtOnce, order_.size()));
         std::uint64_t offset = 0;
-        for (std::size_t first = 0; first < order.size(); first += kNodesAtOnce) {
-            const std::size_t count = std::min(kNodesAtOnce, order.size() - first);
+        for (std::size_t first = 0; first < order_.size(); first += kNodesAtOnce) {
+            const std::size_t count = std::min(kNodesAtOnce, order_.size() - first);
             for (std::size_t k = first; k < first + count; ++k) {
-                if (k + kAhead < order.size())
-                    PrefetchForReading(&points_[WrittenIndex(order[k + kAhead])]);
-                const FlatGeobufItem& item = points_[WrittenIndex(order[k])];
-                leaves[k - first] = std::isnan(item.x)
-                                        ? FlatGeobufNode{INFINITY, INFINITY, -INFINITY, -INFINITY, offset}
-                                        : FlatGeobufNode{item.x, item.y, item.x, item.y, offset};
-                offset += item.bytes;
+                if (k + kAhead < order_.size())
+                    PrefetchForReading(records_->Address(Locator(order_[k + kAhead])));
+                double x, y;
+                std::uint32_t bytes;
+                records_->PointAndSize(Locator(order_[k]), x, y, bytes);
+                leaves[k - first] = std::isnan(x) ? FlatGeobufNode{INFINITY, INFINITY, -INFINITY, -INFINITY, offset}
+                                                  : FlatGeobufNode{x, y, x, y, offset};
+                offset += bytes;
             }
             sink_.Text().append(reinterpret_cast<const char*>(leaves.data()), count * sizeof(FlatGeobufNode));
             sink_.RecordDone();
@@ -245,10 +235,9 @@ private:
     TextSink& sink_;
     std::string layerName_;
     RecordLayout layout_;
-    FlatGeobufItems points_;                         // each feature's, in the order written
-    FlatGeobufExtent extent_;                        // of the points
-    std::optional<FlatGeobufProperties> properties_; // for the layout's columns, from Begin
-    double tA = 0, tS = 0, tE = 0, tO = 0;
+    std::optional<FlatGeobufRecords> records_; // the features, for the layout's columns, from Begin
+    FlatGeobufOrder order_;                    // the features' entries, in the order written until End
+    FlatGeobufExtent extent_;                  // of the points
 };
 
 } // namespace

@@ -6,6 +6,7 @@
 // sorted points takes a fraction of that. Each index is the one GDAL itself would have made,
 // so every reader uses it.
 
+#include "refhost/app/FlatGeobufRecords.h"
 #include "refhost/app/LargeArrayAllocator.h"
 
 #include <algorithm>
@@ -41,18 +42,6 @@ struct FlatGeobufNode {
 };
 static_assert(sizeof(FlatGeobufNode) == 40, "index nodes are 40 bytes in the file");
 
-// A feature on its way into the index: its point (x and y NaN for a feature without one), its
-// size and where its writer keeps the rest of it.
-struct FlatGeobufItem {
-    double x, y;
-    const unsigned char* properties; // as FlatGeobufProperties keeps them; null for none
-    std::uint32_t bytes;             // in the file, size prefix included
-    std::uint32_t valueCount;        // the values the properties were kept from
-};
-static_assert(sizeof(FlatGeobufItem) == 32, "two items to a cache line");
-constexpr std::size_t kMostFlatGeobufItems = std::size_t(1) << 31;
-using FlatGeobufItems = std::vector<FlatGeobufItem, LargeArrayAllocator<FlatGeobufItem>>;
-
 // The points' extent: minX, minY, maxX, maxY (minX > maxX when there is no point).
 struct FlatGeobufExtent {
     double minX = INFINITY, minY = INFINITY, maxX = -INFINITY, maxY = -INFINITY;
@@ -63,19 +52,23 @@ struct FlatGeobufExtent {
     bool Empty() const { return minX > maxX; }
 };
 
-// The items' order along a Hilbert curve through their extent (which encloses every point):
-// one entry per item, whose low bits give the item's place in the order written
-// (WrittenIndex). Items on one place of the curve keep the order written; items without a
-// point go last. At most kMostFlatGeobufItems items.
+// FlatGeobuf's features in the order written, then along a Hilbert curve: one entry per
+// feature, whose low bits are its locator among the records kept (FlatGeobufRecords), and
+// whose high bits HilbertOrder fills in.
 using FlatGeobufOrder = std::vector<std::uint64_t, LargeArrayAllocator<std::uint64_t>>;
-FlatGeobufOrder HilbertOrder(const FlatGeobufItems& items, const FlatGeobufExtent& extent);
-inline std::size_t WrittenIndex(std::uint64_t entry)
+constexpr std::size_t kMostFlatGeobufFeatures = std::size_t(1) << 31;
+inline std::uint32_t Locator(std::uint64_t entry)
 {
-    return static_cast<std::size_t>(entry & (kMostFlatGeobufItems - 1));
+    return static_cast<std::uint32_t>(entry & ((std::uint64_t(1) << FlatGeobufRecords::kLocatorBits) - 1));
 }
 
-// The levels of the index above its leaves, root first, where the leaves are the items in
-// that order: the nodes the file holds before the leaves. Empty for at most one item.
-std::vector<FlatGeobufNode> FlatGeobufUpperLevels(const FlatGeobufItems& items, const FlatGeobufOrder& order);
+// Sorts the entries along a Hilbert curve through the extent (which encloses every point):
+// features on one place of the curve keep the order written, features without a point go
+// last. At most kMostFlatGeobufFeatures entries.
+void HilbertOrder(FlatGeobufOrder& order, const FlatGeobufRecords& records, const FlatGeobufExtent& extent);
+
+// The levels of the index above its leaves, root first, where the leaves are the features in
+// that order: the nodes the file holds before the leaves. Empty for at most one feature.
+std::vector<FlatGeobufNode> FlatGeobufUpperLevels(const FlatGeobufOrder& order, const FlatGeobufRecords& records);
 
 } // namespace tessel
