@@ -27,4 +27,8 @@ fi
 wineserver -p 2>/dev/null || true # one may be running already in this prefix
 wine cmd /c exit </dev/null >/dev/null 2>&1
 
-ctest --preset windows -j "$(nproc)" --timeout 600 "$@"
+# Now and then Wine fails to start a program at all: it exits at once and prints nothing, in a
+# different test each time (seen in 3 of 6 runs of this stage on a 2-core machine, never in the
+# same test twice). A test that fails is run once more; one that fails again fails the stage.
+# The same tests run natively, and under the sanitizers, without a second chance.
+ctest --preset windows -j "$(nproc)" --timeout 600 --repeat until-pass:2 "$@"
