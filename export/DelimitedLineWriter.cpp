@@ -12,7 +12,7 @@ DelimitedLineWriter::DelimitedLineWriter(TextFile& file, WString delimiter)
 {
 }
 
-void DelimitedLineWriter::WriteHeader(const WString& comment, const ExportBindList& binds)
+bool DelimitedLineWriter::WriteHeader(const WString& comment, const ExportBindList& binds)
 {
     line_ = comment;
     for (std::size_t column = 0; column < binds.size(); ++column) {
@@ -21,10 +21,10 @@ void DelimitedLineWriter::WriteHeader(const WString& comment, const ExportBindLi
         if (binds[column])
             line_ += binds[column]->GetTargetDataId();
     }
-    WriteLine();
+    return WriteLine();
 }
 
-void DelimitedLineWriter::WriteEntity(ExportValueSource& source, std::size_t entity, const ExportBindList& binds)
+bool DelimitedLineWriter::WriteEntity(ExportValueSource& source, std::size_t entity, const ExportBindList& binds)
 {
     line_.clear();
     for (std::size_t column = 0; column < binds.size(); ++column) {
@@ -33,7 +33,7 @@ void DelimitedLineWriter::WriteEntity(ExportValueSource& source, std::size_t ent
         CDataBind* bind = binds[column].get();
         AppendValue(source.ValueOf(entity, column, bind), bind);
     }
-    WriteLine();
+    return WriteLine();
 }
 
 // An empty bind has no transform: its value is written as it stands.
@@ -46,9 +46,8 @@ void DelimitedLineWriter::AppendValue(CDataBox* value, CDataBind* bind)
     line_ += static_cast<WString>(*value);
 }
 
-// Write errors are not reported line by line: the file keeps what the disk took.
-void DelimitedLineWriter::WriteLine()
+bool DelimitedLineWriter::WriteLine()
 {
-    file_.WriteString(nullptr, line_.c_str());
-    file_.WriteChar(nullptr, '\n');
+    return file_.WriteString(nullptr, line_.c_str()) == TextFileResult::Ok &&
+           file_.WriteChar(nullptr, '\n') == TextFileResult::Ok;
 }

@@ -14,15 +14,16 @@ public:
     DelimitedLineWriter(TextFile& file, WString delimiter);
 
     // The comment text directly followed by the target id of every bind, delimited; an empty
-    // bind gives no id but keeps its delimiter.
-    void WriteHeader(const WString& comment, const ExportBindList& binds);
+    // bind gives no id but keeps its delimiter. Each Write… is false when the file took
+    // not all of the line.
+    bool WriteHeader(const WString& comment, const ExportBindList& binds);
     // One field per bind: the source's value, transformed for export by its bind in place
     // (as the framework expects of an export), or nothing when there is no value or it is null.
-    void WriteEntity(ExportValueSource& source, std::size_t entity, const ExportBindList& binds);
+    bool WriteEntity(ExportValueSource& source, std::size_t entity, const ExportBindList& binds);
 
 private:
     void AppendValue(VeltoGis::Data::CDataBox* value, VeltoGis::ImportExport::CDataBind* bind);
-    void WriteLine();
+    bool WriteLine();
 
     TextFile& file_;
     const WString delimiter_;

@@ -3,8 +3,11 @@
 #include "export/CXMLTextFileExportConfiguration.h"
 #include "export/DelimitedLineWriter.h"
 #include "export/ExportSides.h"
+#include "export/ExportTargetFile.h"
+#include "host/CadPlatform.h"
 #include "host/GisUtility.h"
 #include "host/Messages.h"
+#include "platform/FileReplacement.h"
 #include "platform/Sse2.h"
 #include "textfile/TextFile.h"
 #include "ui/DialogFactory.h"
@@ -77,6 +80,12 @@ private:
     CCoreProgressBar& bar_;
 };
 
+// The export failed after it began to write; the user's file is as it was.
+void ReportNotWritten(const WString& path, int error)
+{
+    acedAlert(FormatWide(LoadMessage(MessageId::FileNotWritten), {path, Platform::ErrorDescription(error)}).c_str());
+}
+
 } // namespace
 
 ExportValueSource::~ExportValueSource() = default;
@@ -128,19 +137,23 @@ int RunEntityExport(CExportDefinition* definition, enmEntityType mainEntityType,
     if (choice != FileChoiceOverwrite && choice != FileChoiceAppend)
         return 0;
 
-    TextFile file;
+    ExportTargetFile target(path, choice);
+    TextFile file; // closed before target undoes anything, on every way out
     const int encoding = job.configuration.GetFormat() == 0 ? TextEncoding::Ansi : TextEncoding::Utf16LE;
-    const int mode = choice == FileChoiceOverwrite ? TextFileMode::Write : TextFileMode::Append;
-    if (file.Open(path, mode, encoding, 0) != TextFileResult::Ok)
+    if (!target.Open(file, encoding))
         return 0;
     DelimitedLineWriter writer(file, job.configuration.GetDelimiter());
-    if (job.configuration.GetHeader() != 0)
-        writer.WriteHeader(job.configuration.GetComment(), job.binds);
-    for (std::size_t entity = 0; entity < entityCount; ++entity) {
+    // A write that fails ends the export: the disk takes nothing more, and the file goes back.
+    bool written = job.configuration.GetHeader() == 0 ||
+                   writer.WriteHeader(job.configuration.GetComment(), job.binds);
+    for (std::size_t entity = 0; written && entity < entityCount; ++entity) {
         progress.At(entity);
-        writer.WriteEntity(source, entity, job.binds);
+        written = writer.WriteEntity(source, entity, job.binds);
     }
-    // Its result is not looked at: what the disk did not take is lost either way.
-    file.Close();
+    const int closed = file.Close();
+    if (!target.Commit(written ? closed : TextFileResult::IoError)) {
+        ReportNotWritten(path, target.WhyFailed());
+        return 0;
+    }
     return 1;
 }

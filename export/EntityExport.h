@@ -62,8 +62,10 @@ bool EveryBindHasSource(const ExportBindList& binds);
 
 // Writes the job's file from the source. The main configuration and binds apply when the
 // job's entity type is mainEntityType, the node ones otherwise. Returns 1 when the file was
-// written to the end (single write errors are not reported), 0 when there was nothing to do,
-// the user cancelled, the file could not be opened or the source could not serve the binds.
-// Exceptions of the source leave the procedure; the file and the progress bar are put right.
+// written to the end and closed without error, 0 when there was nothing to do, the user
+// cancelled, the file could not be opened, the source could not serve the binds, or a write
+// failed (which an alert names). Whenever it returns 0 an existing file is byte for byte as
+// it was. Exceptions of the source leave the procedure; the file and the progress bar are
+// put right.
 int RunEntityExport(VeltoGis::ImportExport::CExportDefinition* definition, VeltoGis::enmEntityType mainEntityType,
                     ExportValueSource& source);

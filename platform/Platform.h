@@ -113,6 +113,11 @@ void FailReads(int count, int goodReads = 0);
 // Writes succeed for byteBudget more bytes; the write that crosses the budget stores the
 // part that fits and fails, and so does every write after it (a full disk).
 void FailWritesAfter(std::uint64_t byteBudget);
+// After goodCloses more successful CloseFile calls, the next count calls fail (the file is
+// closed all the same, as a system that reports a late write error on close does).
+void FailCloses(int count, int goodCloses = 0);
+// The next count ReplaceFileWith calls fail and leave both files as they were.
+void FailReplaces(int count);
 // Every ReadFile call waits this many microseconds before it reads (a slow network drive),
 // whichever thread makes it: work that is quick on a local disk can be made to take long.
 void SlowReads(int microseconds);

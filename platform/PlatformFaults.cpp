@@ -36,6 +36,8 @@ struct PlannedFailures {
 
 PlannedFailures openPlan;
 PlannedFailures readPlan;
+PlannedFailures closePlan;
+PlannedFailures replacePlan;
 std::atomic<int> readDelayMicroseconds{0};
 bool writeBudgetSet = false;
 std::uint64_t writeBudget = 0;
@@ -54,12 +56,18 @@ void FailWritesAfter(std::uint64_t byteBudget)
     writeBudget = byteBudget;
 }
 
+void FailCloses(int count, int goodCloses) { closePlan.Plan(count, goodCloses); }
+
+void FailReplaces(int count) { replacePlan.Plan(count, 0); }
+
 void SlowReads(int microseconds) { readDelayMicroseconds = std::max(microseconds, 0); }
 
 void ClearFaults()
 {
     openPlan = PlannedFailures();
     readPlan = PlannedFailures();
+    closePlan = PlannedFailures();
+    replacePlan = PlannedFailures();
     writeBudgetSet = false;
     writeBudget = 0;
     readDelayMicroseconds = 0;
@@ -77,6 +85,10 @@ bool ReadFails()
         std::this_thread::sleep_for(std::chrono::microseconds(delay));
     return readPlan.NextCallFails();
 }
+
+bool CloseFails() { return closePlan.NextCallFails(); }
+
+bool ReplaceFails() { return replacePlan.NextCallFails(); }
 
 std::uint32_t WritableBytes(std::uint32_t size)
 {

@@ -2,7 +2,9 @@
 // POSIX has no mandatory share modes, so "nobody else may write" is not enforced here.
 
 #include "platform/Platform.h"
+#include "platform/ErrorRecord.h"
 #include "platform/PlatformFaults.h"
+#include "platform/PosixPath.h"
 
 #include <cerrno>
 #include <string>
@@ -13,47 +15,7 @@
 
 namespace {
 
-thread_local int lastError = 0;
-
-bool Fail(int error)
-{
-    lastError = error;
-    return false;
-}
-
-void AppendUtf8(std::string& out, char32_t code)
-{
-    if (code < 0x80) {
-        out += static_cast<char>(code);
-    } else if (code < 0x800) {
-        out += static_cast<char>(0xC0 | (code >> 6));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    } else if (code < 0x10000) {
-        out += static_cast<char>(0xE0 | (code >> 12));
-        out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    } else {
-        out += static_cast<char>(0xF0 | (code >> 18));
-        out += static_cast<char>(0x80 | ((code >> 12) & 0x3F));
-        out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    }
-}
-
-// A lone surrogate cannot name a file on a UTF-8 system; it becomes U+FFFD.
-std::string PathToUtf8(const WChar* path)
-{
-    std::string out;
-    for (; *path; ++path) {
-        char32_t code = *path;
-        if (code >= 0xD800 && code <= 0xDBFF && path[1] >= 0xDC00 && path[1] <= 0xDFFF)
-            code = 0x10000 + ((code - 0xD800) << 10) + (*++path - 0xDC00);
-        else if (code >= 0xD800 && code <= 0xDFFF)
-            code = 0xFFFD;
-        AppendUtf8(out, code);
-    }
-    return out;
-}
+bool Fail(int error) { return Platform::ErrorRecord::Fail(error); }
 
 int OpenFlags(Platform::FileAccess access, Platform::FileCreation creation)
 {
@@ -69,11 +31,26 @@ int Descriptor(Platform::FileHandle file) { return static_cast<int>(file); }
 
 Platform::FileHandle FailOpen(int error)
 {
-    lastError = error;
+    Fail(error);
     return Platform::kInvalidFile;
 }
 
 } // namespace
+
+namespace Platform::Posix {
+
+std::string PathToUtf8(const WChar* path)
+{
+    constexpr unsigned kUtf8 = 65001;
+    const int needed = WideToMultiByte(kUtf8, path, -1, nullptr, 0, nullptr, nullptr);
+    std::string out(needed > 0 ? static_cast<std::size_t>(needed) : 1, '\0');
+    if (needed > 0)
+        WideToMultiByte(kUtf8, path, -1, out.data(), needed, nullptr, nullptr);
+    out.pop_back(); // the terminating NUL
+    return out;
+}
+
+} // namespace Platform::Posix
 
 namespace Platform {
 
@@ -83,7 +60,7 @@ FileHandle OpenFile(const WChar* path, FileAccess access, FileCreation creation)
         return FailOpen(EIO);
     if (!path || !*path)
         return FailOpen(ENOENT);
-    const std::string name = PathToUtf8(path);
+    const std::string name = Posix::PathToUtf8(path);
     int fd;
     do
         fd = ::open(name.c_str(), OpenFlags(access, creation), 0666);
@@ -156,9 +133,7 @@ bool CloseFile(FileHandle file)
     // Not retried on EINTR: on Linux the descriptor is gone either way.
     if (::close(Descriptor(file)) != 0)
         return Fail(errno);
-    return true;
+    return !FaultPoint::CloseFails() || Fail(EIO);
 }
-
-int LastError() { return lastError; }
 
 } // namespace Platform

@@ -4,6 +4,7 @@
 // module opens without backup semantics.
 
 #include "platform/Platform.h"
+#include "platform/ErrorRecord.h"
 #include "platform/PlatformFaults.h"
 #include "platform/Windows.h"
 
@@ -11,23 +12,17 @@
 
 namespace {
 
-thread_local int lastError = 0;
-
 // What an injected failure reports, as a real device or disk would.
 constexpr int kInjectedIoError = ERROR_IO_DEVICE;
 constexpr int kInjectedDiskFull = ERROR_DISK_FULL;
 
-bool Fail(int error)
-{
-    lastError = error;
-    return false;
-}
+bool Fail(int error) { return Platform::ErrorRecord::Fail(error); }
 
 bool FailWithSystemError() { return Fail(static_cast<int>(::GetLastError())); }
 
 Platform::FileHandle FailOpen(int error)
 {
-    lastError = error;
+    Fail(error);
     return Platform::kInvalidFile;
 }
 
@@ -113,9 +108,7 @@ bool CloseFile(FileHandle file)
 {
     if (!::CloseHandle(Handle(file)))
         return FailWithSystemError();
-    return true;
+    return !FaultPoint::CloseFails() || Fail(kInjectedIoError);
 }
-
-int LastError() { return lastError; }
 
 } // namespace Platform

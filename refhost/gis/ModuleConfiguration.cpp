@@ -13,7 +13,8 @@ struct MessageText {
 };
 
 // The English texts of the messages the text-file module uses, sorted by number. 60043 and
-// 7876 are format strings with the file path as their one %s argument.
+// 7876 are format strings with the file path as their one %s argument; 61051 has the path
+// and then the system's reason.
 constexpr MessageText kMessages[] = {
     {49, WTEXT("File exists")},
     {60, WTEXT("OK")},
@@ -52,6 +53,7 @@ constexpr MessageText kMessages[] = {
     {9001, WTEXT("The start and end node names must be bound to columns of the file.")},
     {60043, WTEXT("Cannot open the file %s.")},
     {61050, WTEXT("Encoding")},
+    {61051, WTEXT("The file %s could not be written: %s. It was left as it was.")},
 };
 
 constexpr bool IsSortedById()
