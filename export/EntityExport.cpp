@@ -80,7 +80,7 @@ private:
     CCoreProgressBar& bar_;
 };
 
-// The export failed after it began to write; the user's file is as it was.
+// The export could not write the file; the user's file is as it was.
 void ReportNotWritten(const WString& path, int error)
 {
     acedAlert(FormatWide(LoadMessage(MessageId::FileNotWritten), {path, Platform::ErrorDescription(error)}).c_str());
@@ -140,8 +140,11 @@ int RunEntityExport(CExportDefinition* definition, enmEntityType mainEntityType,
     ExportTargetFile target(path, choice);
     TextFile file; // closed before target undoes anything, on every way out
     const int encoding = job.configuration.GetFormat() == 0 ? TextEncoding::Ansi : TextEncoding::Utf16LE;
-    if (!target.Open(file, encoding))
+    if (!target.Open(file, encoding)) {
+        if (target.WhyFailed() != 0)
+            ReportNotWritten(path, target.WhyFailed());
         return 0;
+    }
     DelimitedLineWriter writer(file, job.configuration.GetDelimiter());
     // A write that fails ends the export: the disk takes nothing more, and the file goes back.
     bool written = job.configuration.GetHeader() == 0 ||

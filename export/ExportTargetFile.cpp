@@ -21,12 +21,15 @@ bool ExportTargetFile::Open(TextFile& file, int encoding)
     const bool writesBeside = choice_ == FileChoiceOverwrite && !inPlace;
     if (writesBeside) {
         // A folder under the target's name cannot be replaced by a file.
-        if (kind == Platform::PathKind::Directory || !Platform::CreateFileBeside(target_.c_str(), &beside_))
+        if (kind == Platform::PathKind::Directory)
             return false;
+        if (!Platform::CreateFileBeside(target_.c_str(), &beside_)) {
+            error_ = Platform::LastError();
+            return false;
+        }
     }
     const int mode = choice_ == FileChoiceAppend ? TextFileMode::Append : TextFileMode::Write;
     if (file.Open(writesBeside ? beside_ : target_, mode, static_cast<std::uint32_t>(encoding), 0) != TextFileResult::Ok) {
-        error_ = Platform::LastError();
         pending_ = true;
         Undo();
         return false;

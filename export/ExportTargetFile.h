@@ -29,7 +29,8 @@ public:
     ExportTargetFile& operator=(const ExportTargetFile&) = delete;
 
     // Opens file for writing in the encoding (a TextEncoding). False when it cannot be opened:
-    // nothing of the target has changed.
+    // nothing of the target has changed. WhyFailed is then 0 when the file itself did not
+    // open, and the system's error when the folder took no new file beside the target.
     bool Open(TextFile& file, int encoding);
 
     // Takes the written file's Close result: when it is 0, the new content becomes the
@@ -37,7 +38,8 @@ public:
     // the target is as it was (WhyFailed tells the system's error).
     bool Commit(int closeResult);
 
-    // The system's error number of the step that failed; 0 before one did.
+    // The system's error number of the step that failed; 0 when none did or the file itself
+    // did not open.
     int WhyFailed() const { return error_; }
 
 private:

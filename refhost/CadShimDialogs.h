@@ -16,6 +16,7 @@ namespace CadShim {
 // Dialogs are off until the host application allows them, so that tests and scripted runs
 // never wait for a person; while off, every DoModal returns kDialogNotShown.
 VELTOGIS_CAD_API void AllowDialogs(bool allow);
+VELTOGIS_CAD_API bool DialogsAllowed();
 // Starts the toolkit once, the first time it is needed: only when dialogs are allowed and
 // a display is there. True when dialogs can be shown now.
 VELTOGIS_CAD_API bool StartDialogs();

@@ -47,6 +47,8 @@ constexpr int kGroupNotFound = 2;    // removeGroup: no command of that group is
 VELTOGIS_CAD_API const std::vector<WString>& RecordedAlerts();
 // Every prompt acedGetKword showed (or would have shown), in order.
 VELTOGIS_CAD_API const std::vector<WString>& RecordedPrompts();
+// The keyword each of those prompts returned, in the same order; empty where none was given.
+VELTOGIS_CAD_API const std::vector<WString>& RecordedKeywords();
 VELTOGIS_CAD_API const std::vector<DocumentCall>& DocumentManagerCalls();
 VELTOGIS_CAD_API const std::vector<LinkerCall>& LinkerCalls();
 VELTOGIS_CAD_API const std::vector<CommandStackCall>& CommandStackCalls();
@@ -70,6 +72,9 @@ VELTOGIS_CAD_API void QueueKeywordAnswers(const std::vector<WString>& answers);
 // a terminal. Off by default, so that tests never wait for a person; without an answer the
 // prompt is cancelled (RTCAN).
 VELTOGIS_CAD_API void AllowTerminalPrompts(bool allow);
+VELTOGIS_CAD_API bool TerminalPromptsAllowed();
+// Forgets the keyword answers not taken yet.
+VELTOGIS_CAD_API void ClearKeywordAnswers();
 
 // Folders that acedFindFile searches, in order, after the path as given.
 VELTOGIS_CAD_API void SetSupportPath(const std::vector<std::string>& folders);

@@ -10,6 +10,7 @@ ShimState& State()
 
 const std::vector<WString>& RecordedAlerts() { return State().alerts; }
 const std::vector<WString>& RecordedPrompts() { return State().prompts; }
+const std::vector<WString>& RecordedKeywords() { return State().keywordsGiven; }
 const std::vector<DocumentCall>& DocumentManagerCalls() { return State().documentCalls; }
 const std::vector<LinkerCall>& LinkerCalls() { return State().linkerCalls; }
 const std::vector<CommandStackCall>& CommandStackCalls() { return State().commandStackCalls; }
@@ -21,6 +22,7 @@ void ClearRecordings()
     ShimState& state = State();
     state.alerts.clear();
     state.prompts.clear();
+    state.keywordsGiven.clear();
     state.documentCalls.clear();
     state.linkerCalls.clear();
     state.commandStackCalls.clear();
@@ -35,6 +37,10 @@ void QueueKeywordAnswers(const std::vector<WString>& answers)
 }
 
 void AllowTerminalPrompts(bool allow) { State().terminalPrompts = allow; }
+
+bool TerminalPromptsAllowed() { return State().terminalPrompts; }
+
+void ClearKeywordAnswers() { State().keywordAnswers.clear(); }
 
 void SetSupportPath(const std::vector<std::string>& folders) { State().supportPath = folders; }
 

@@ -13,6 +13,7 @@ namespace CadShim {
 struct ShimState {
     std::vector<WString> alerts;
     std::vector<WString> prompts;
+    std::vector<WString> keywordsGiven; // one per prompt, empty where none was given
     std::vector<DocumentCall> documentCalls;
     std::vector<LinkerCall> linkerCalls;
     std::vector<CommandStackCall> commandStackCalls;

@@ -147,6 +147,7 @@ int acedGetKword(const WChar* prompt, WChar* result, int resultLength)
     state.keywords.clear(); // acedInitGet applies to the next prompt only
     const WString question = prompt ? prompt : WTEXT("");
     state.prompts.push_back(question);
+    state.keywordsGiven.emplace_back();
     for (;;) {
         WString answer;
         if (!NextAnswer(question, answer))
@@ -155,8 +156,10 @@ int acedGetKword(const WChar* prompt, WChar* result, int resultLength)
         if (answer.empty())
             return RTNONE;
         const WString keyword = MatchKeyword(keywords, answer);
-        if (!keyword.empty())
+        if (!keyword.empty()) {
+            state.keywordsGiven.back() = keyword;
             return CopyOut(keyword, result, resultLength);
+        }
         if (state.terminalPrompts && isatty(STDIN_FILENO) == 1 && state.keywordAnswers.empty())
             std::fputs("Invalid option keyword.\n", stderr);
     }

@@ -32,6 +32,8 @@ DialogState& Dialogs()
 
 void AllowDialogs(bool allow) { Dialogs().allowed = allow; }
 
+bool DialogsAllowed() { return Dialogs().allowed; }
+
 void ShowAlertsInMessageBoxes(bool show) { Dialogs().alertBoxes = show; }
 
 bool ShowAlertBox(const WString& text)

@@ -12,6 +12,7 @@ std::vector<DialogRecord> noRecords;
 } // namespace
 
 void AllowDialogs(bool) {}
+bool DialogsAllowed() { return false; }
 void ShowAlertsInMessageBoxes(bool) {}
 bool ShowAlertBox(const WString&) { return false; }
 bool StartDialogs() { return false; }
