@@ -1,0 +1,29 @@
+#pragma once
+// Configuration strings composed from command-line options, written by the module's own
+// configuration records (so every encoding rule is the module's), and then rewritten by the
+// engine through its file path setter. What the user sees is always the engine's own text.
+
+#include "host/Text.h"
+#include "tessel/core/Requests.h"
+
+namespace tessel {
+
+// The draft of an import configuration: delimiters (a blank by default), comment characters
+// ("#" by default), fixed-width positions and columns, with an empty file path. Throws a
+// usage AppError for what the configuration cannot carry: a character outside the code page,
+// "×" in delimiters or comments (it reads back as a double quote), a double quote in a column
+// name (it reads back as "×"), two columns of the same name, no column at all.
+WString ImportConfigDraft(const ImportConfigChoice& choice, unsigned codePage);
+
+// The draft of an export configuration: comment ("#"), delimiter (tab), header (on) and
+// encoding (ANSI unless utf16), with an empty file path.
+WString ExportConfigDraft(const ExportConfigChoice& choice, unsigned codePage);
+
+// A configuration string stored in a file: UTF-8, or UTF-16 with its byte-order mark; line
+// ends after the text are not part of it. Throws a usage AppError naming the option when the
+// file cannot be read.
+WString ReadConfigurationFile(const std::string& option, const std::string& path);
+// The configuration string held by a file's bytes, by the rules above ("" when none).
+WString DecodeConfigurationBytes(const std::string& bytes);
+
+} // namespace tessel
