@@ -43,7 +43,7 @@ enum class MessageId : unsigned {
     // Deliberately the same text: the data-table builders show it on their progress bar.
     TableRowProgress = 60043,
     EncodingLabel = 61050,
-    FileNotWritten = 61051,          // "%s" could not be written for the reason %s; left as it was
+    FileNotWritten = 61051,          // "%s" cannot be written, for the system's reason %s; nothing changed
 };
 
 // The host's text for the message; "" when the host does not know the number.

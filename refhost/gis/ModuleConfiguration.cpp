@@ -53,7 +53,7 @@ constexpr MessageText kMessages[] = {
     {9001, WTEXT("The start and end node names must be bound to columns of the file.")},
     {60043, WTEXT("Cannot open the file %s.")},
     {61050, WTEXT("Encoding")},
-    {61051, WTEXT("Cannot write the file %s: %s. It was left as it was.")},
+    {61051, WTEXT("Cannot write the file %s: %s. Nothing was changed.")},
 };
 
 constexpr bool IsSortedById()

@@ -11,24 +11,21 @@
 namespace tessel {
 
 // Works with either engine. Throws a job AppError when the engine refuses the path, and a
-// usage AppError when the configuration cannot name it (a character outside the code page);
-// both name the path as shownAs when given (a temporary file stands for its target).
+// usage AppError when the configuration cannot name it (a character outside the code page).
 template <typename Engine, typename Definition>
-void SetPathThroughEngine(Engine& engine, Definition& definition, bool secondary, const std::string& path,
-                          const std::string& shownAs = std::string())
+void SetPathThroughEngine(Engine& engine, Definition& definition, bool secondary, const std::string& path)
 {
-    const std::string& name = shownAs.empty() ? path : shownAs;
     const WString widePath = refhost::FromUtf8(path);
     const int accepted = CallEngine([&] {
         return secondary ? engine.SetSecondaryFilePath(&definition, widePath.c_str())
                          : engine.SetPrimaryFilePath(&definition, widePath.c_str());
     });
     if (!accepted)
-        throw JobError("the engine did not take the file path '" + name + "'");
+        throw JobError("the engine did not take the file path '" + path + "'");
     const WString stored = CallEngine(
         [&] { return secondary ? engine.GetSecondaryFilePath(&definition) : engine.GetPrimaryFilePath(&definition); });
     if (stored != widePath)
-        throw UsageError("'" + name + "': the configuration cannot name this path in code page " +
+        throw UsageError("'" + path + "': the configuration cannot name this path in code page " +
                          std::to_string(ModuleCodePage()) + " (choose another with --codepage)");
 }
 

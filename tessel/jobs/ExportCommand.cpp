@@ -1,100 +1,55 @@
-#include "host/CadPlatform.h"
-#include "host/GisUtility.h"
-#include "refhost/CadShimDialogs.h"
-#include "refhost/CadShimRecording.h"
-#include "refhost/FilePath.h"
+#include "refhost/CadShimAnswers.h"
 #include "refhost/Utf8.h"
 #include "tessel/core/AppError.h"
 #include "tessel/gis/GdalInput.h"
 #include "tessel/jobs/CodePageText.h"
 #include "tessel/jobs/Commands.h"
 #include "tessel/jobs/ExportJob.h"
-#include "tessel/system/FileDescriptor.h"
-#include "tessel/system/TemporaryFile.h"
 #include "ui/DialogFactory.h"
+#include "ui/DlgFileChoice.h"
 
-#include <unistd.h> // isatty
-
-#include <cerrno>
 #include <chrono>
-#include <fstream>
 #include <iostream>
-#include <optional>
 
 namespace tessel {
 namespace {
 
-bool IsRegularFile(const std::string& path) { return files::KindOf(path) == files::Kind::Regular; }
-
-void CopyFileContent(const std::string& from, const TemporaryFile& to)
+// The answers the engine's question about an existing file gets during this job: the one
+// given in advance (--if-exists) on the CAD command line, without a dialog; else the user's
+// own, in the module's dialog or on the terminal.
+std::vector<WString> AnswersInAdvance(IfExists ifExists)
 {
-    std::ifstream source(refhost::PathFromUtf8(from), std::ios::binary);
-    char block[1 << 16];
-    while (source) {
-        source.read(block, sizeof block);
-        const char* data = block;
-        auto left = static_cast<std::size_t>(source.gcount());
-        while (left > 0) {
-            const long written = files::Write(to.Descriptor(), data, left);
-            if (written <= 0)
-                ThrowCannotWrite(to.Path(), written < 0 ? errno : ENOSPC);
-            data += written;
-            left -= static_cast<std::size_t>(written);
-        }
+    switch (ifExists) {
+    case IfExists::Overwrite: return {FileChoiceKeyword(FileChoiceOverwrite)};
+    case IfExists::Append: return {FileChoiceKeyword(FileChoiceAppend)};
+    case IfExists::Cancel: return {FileChoiceKeyword(FileChoiceCancel)};
+    case IfExists::Ask: break;
     }
-    if (source.bad())
-        throw UsageError("cannot read '" + from + "' to append to it");
+    return {};
 }
 
-int FileChoiceOf(IfExists answer)
-{
-    switch (answer) {
-    case IfExists::Overwrite: return FileChoiceOverwrite;
-    case IfExists::Append: return FileChoiceAppend;
-    default: return FileChoiceCancel;
-    }
-}
-
-// The user's answer for an existing target, asked about the target itself (the engine,
-// asked later, sees only the temporary file) the way the module asks: in its dialog where
-// one can be shown, else on the terminal. Nobody to ask: cancel.
-IfExists AskTheUser(const std::string& target)
-{
-    CadShim::AllowTerminalPrompts(isatty(STDIN_FILENO) == 1);
-    const int choice = DefaultDialogs().RunFileChoice(refhost::FromUtf8(target).c_str());
-    CadShim::AllowTerminalPrompts(false);
-    return choice == FileChoiceOverwrite ? IfExists::Overwrite
-           : choice == FileChoiceAppend  ? IfExists::Append
-                                         : IfExists::Cancel;
-}
-
-// Where the engine writes, and what the user answered for an existing target (none when
-// the target was new or is a special file). A regular target is written as a temporary file
-// beside it; when the target exists, so does the temporary file, holding the target's bytes
-// for "append", so that the engine asks its question, which gets the user's answer.
-struct EngineTarget {
-    std::string path;
-    std::optional<IfExists> answer;
+// Where the shim's recordings stood before the job, to tell afterwards what the job asked.
+struct RecordingsBefore {
+    std::size_t alerts = CadShim::RecordedAlerts().size();
+    std::size_t keywords = CadShim::RecordedKeywords().size();
+    std::size_t dialogs = CadShim::RecordedDialogs().size();
 };
 
-EngineTarget PrepareEngineTarget(const ExportRequest& request, TemporaryFile& temporary)
+// True when the job's file question was answered with anything but overwrite or append: in
+// the file question's dialog or on the command line, where no answer cancels.
+bool FileQuestionCancelled(const RecordingsBefore& before)
 {
-    if (IsSpecialFile(request.output))
-        return {request.output, std::nullopt};
-    temporary.CreateBeside(request.output);
-    if (!IsRegularFile(request.output)) {
-        temporary.RemoveFileKeepName();
-        return {temporary.Path(), std::nullopt};
+    const auto& dialogs = CadShim::RecordedDialogs();
+    for (std::size_t at = before.dialogs; at < dialogs.size(); ++at) {
+        if (dialogs[at].templateId == CDlgFileChoice::kTemplateId)
+            return dialogs[at].result != FileChoiceOverwrite && dialogs[at].result != FileChoiceAppend;
     }
-    const IfExists answer = request.ifExists == IfExists::Ask ? AskTheUser(request.output) : request.ifExists;
-    if (answer == IfExists::Append)
-        CopyFileContent(request.output, temporary);
-    temporary.CloseKeepFile();
-    // The engine's own question about the temporary file takes the answer given here, on
-    // the command line rather than in a second dialog.
-    CadShim::AllowDialogs(false);
-    CadShim::QueueKeywordAnswers({FileChoiceKeyword(FileChoiceOf(answer))});
-    return {temporary.Path(), answer};
+    const auto& keywords = CadShim::RecordedKeywords();
+    for (std::size_t at = before.keywords; at < keywords.size(); ++at) {
+        if (keywords[at] != FileChoiceKeyword(FileChoiceOverwrite) && keywords[at] != FileChoiceKeyword(FileChoiceAppend))
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -118,19 +73,26 @@ int RunExportCommand(ModuleHost& module, const ExportRequest& request, const Glo
     ExportJob job(module.Exporter(), request, input);
     job.Build(ModuleCodePage());
 
-    TemporaryFile temporary;
-    const EngineTarget target = PrepareEngineTarget(request, temporary);
-    if (job.Run(target.path) != 1) {
-        std::cerr << "tessel export: "
-                  << (target.answer == IfExists::Cancel
-                          ? "'" + request.output + "' exists and was left as it was: the export was cancelled" +
-                                (request.ifExists == IfExists::Ask ? " (answer with --if-exists)" : "")
-                          : "the engine wrote nothing to '" + request.output + "'")
-                  << std::endl;
+    // The engine asks about an existing file itself, once, and protects it from a failed write.
+    const RecordingsBefore before;
+    bool done;
+    {
+        const bool answered = request.ifExists != IfExists::Ask;
+        const CadShim::JobAnswers answers(AnswersInAdvance(request.ifExists), !answered, !answered);
+        done = job.Run() == 1;
+    }
+    if (!done) {
+        // Where the engine gave its reason in an alert (a write that failed), that was shown.
+        if (CadShim::RecordedAlerts().size() == before.alerts) {
+            std::cerr << "tessel export: "
+                      << (FileQuestionCancelled(before)
+                              ? "'" + request.output + "' exists and was left as it was: the export was cancelled" +
+                                    (request.ifExists == IfExists::Ask ? " (answer with --if-exists)" : "")
+                              : "the engine wrote nothing to '" + request.output + "'")
+                      << std::endl;
+        }
         return ExitJobFailed;
     }
-    if (!temporary.Path().empty())
-        temporary.Replace(request.output);
 
     PrintSummary(global, started,
                  "exported " + Counted(job.EntityCount(), "entity", "entities") + " as " + job.EntityName() +

@@ -194,9 +194,9 @@ void ExportJob::BuildEntities()
     }
 }
 
-int ExportJob::Run(const std::string& path)
+int ExportJob::Run()
 {
-    SetPathThroughEngine(engine_, definition_, WriterReadsNodeSide(), path, request_.output);
+    SetPathThroughEngine(engine_, definition_, WriterReadsNodeSide(), request_.output);
     CallEngine([&] { return engine_.PrepareExport(&definition_); });
     // The framework tells the engine before and after a run; the text engine ignores both.
     CallEngine([&] { return engine_.ExportNotify13(), 0; });

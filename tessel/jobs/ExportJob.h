@@ -25,9 +25,10 @@ public:
     // that is none, a bind whose source is not a field of the input, an unknown transform.
     void Build(unsigned codePage);
 
-    // Points the configuration the writer reads at path (through the engine's path setter),
-    // lets the engine check the job, and runs the writer. The engine's result.
-    int Run(const std::string& path);
+    // Points the configuration the writer reads at the requested output (through the
+    // engine's path setter), lets the engine check the job, and runs the writer. The
+    // engine's result.
+    int Run();
 
     std::size_t EntityCount() const { return input_.records.size(); }
     // The name the engine exports this kind of entity under ("points", "lines", "polygons").
