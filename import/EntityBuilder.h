@@ -11,36 +11,32 @@
 
 #include <boost/shared_ptr.hpp>
 
-// Roles of binds in entity builders; a builder's own roles follow FirstOwnRole.
-enum EntityBindRole { AttributeRole = 0, NameRole = 1, FirstOwnRole = 2 };
-
 template <class Entity>
 class EntityBuilder : public ImportLineSink {
 public:
     // A null bind collection reads the file and hands nothing over.
-    EntityBuilder(const boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection>& binds, ImportRun& run,
+    EntityBuilder(ImportRun& run, const boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection>& binds,
                   VeltoGis::ImportExport::ImpexEntityList& entities, ResolvedBinds::RoleOfTarget roleOf)
-        : bindCollection_(binds), binds_(binds.get(), run.Columns(), roleOf), entities_(entities), values_(run.Values())
+        : binds_(binds, run, roleOf), entities_(entities), values_(run.Values())
     {
-        run.ReadColumnsUpTo(binds_.HighestColumnNo());
     }
 
     void ExpectLines(std::uint64_t lineCount) override
     {
-        if (bindCollection_)
+        if (binds_.Given())
             ReserveForLines(entities_, lineCount);
     }
 
     void ImportLine(LineFields& fields) override
     {
-        if (!bindCollection_)
+        if (!binds_.Given())
             return;
         auto entity = values_.NewEntity<Entity>(binds_.ValueCount());
         for (const ResolvedBind& bind : binds_) {
             const WString* field = bind.Field(fields);
-            if (field && bind.role == NameRole)
+            if (field && bind.role == BindRole::Name)
                 nameRule_.Apply(*entity, *bind.bind, *field);
-            else if (field && bind.role >= FirstOwnRole && TakeField(*entity, bind, *field))
+            else if (field && bind.role != BindRole::Attribute && TakeField(*entity, bind, *field))
                 continue;
             AddBindValue(values_, *entity, bind, field);
         }
@@ -53,14 +49,13 @@ protected:
 
     ValueFactory& Values() { return values_; }
 
-    // A bind with one of the builder's own roles whose field is on this line. Returns true
-    // when it has appended the bind's value itself.
+    // A bind with one of the builder's own roles (neither an attribute nor the name) whose
+    // field is on this line. Returns true when it has appended the bind's value itself.
     virtual bool TakeField(Entity& entity, const ResolvedBind& bind, const WString& field) = 0;
     // After the last bind of the line; false discards the entity.
     virtual bool Finish(Entity& entity) = 0;
 
 private:
-    boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection> bindCollection_;
     ResolvedBinds binds_;
     VeltoGis::ImportExport::ImpexEntityList& entities_;
     EntityNameRule nameRule_;
