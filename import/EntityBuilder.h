@@ -2,7 +2,8 @@
 // What the point, line and polygon builders share per line: one new entity per non-comment
 // line, the walk over the binds in collection order with the name rule and one attribute
 // value per bind that names a column, and the hand-over to the caller's list. A builder adds
-// only what its own reserved targets do and whether it keeps the entity.
+// only what its own reserved targets do and whether it keeps the entity; one that reserves
+// only the name (polygons) is this class as it stands.
 
 #include "host/ImpexData.h"
 #include "import/EntityValues.h"
@@ -44,16 +45,17 @@ public:
             entities_.push_back(std::move(entity));
     }
 
-protected:
-    ~EntityBuilder() = default;
+    virtual ~EntityBuilder() = default;
 
+protected:
     ValueFactory& Values() { return values_; }
 
     // A bind with one of the builder's own roles (neither an attribute nor the name) whose
     // field is on this line. Returns true when it has appended the bind's value itself.
-    virtual bool TakeField(Entity& entity, const ResolvedBind& bind, const WString& field) = 0;
-    // After the last bind of the line; false discards the entity.
-    virtual bool Finish(Entity& entity) = 0;
+    virtual bool TakeField(Entity&, const ResolvedBind&, const WString&) { return false; }
+    // After the last bind of the line; false discards the entity. Every entity is kept unless
+    // the builder says otherwise.
+    virtual bool Finish(Entity&) { return true; }
 
 private:
     ResolvedBinds binds_;

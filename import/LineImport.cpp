@@ -23,8 +23,6 @@ private:
             line.SetEndingNodeName(field.c_str());
         return false;
     }
-
-    bool Finish(CImpexLine&) override { return true; }
 };
 
 } // namespace
