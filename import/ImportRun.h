@@ -5,6 +5,7 @@
 
 #include "host/Messages.h"
 #include "host/Text.h"
+#include "import/ImportSides.h"
 #include "import/ImportTxtConfiguration.h"
 #include "import/LineSplitter.h"
 #include "import/ValueFactory.h"
@@ -12,6 +13,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 // The fields of one line. In fixed-width mode only the fields up to the highest column that
 // the builder reads are cut; for those columns Has and Text answer as a full cut would.
@@ -69,3 +71,22 @@ private:
     LineFields fields_;
     ValueFactory values_;
 };
+
+// A builder's whole import: the run over the configuration's file with a builder made as
+// Builder(run, args...). progressText and maxLines as for ImportRun::Run.
+template <class Builder, class... Args>
+int RunBuilder(const WString& configurationXml, MessageId progressText, int maxLines, Args&&... args)
+{
+    ImportRun run(configurationXml);
+    Builder builder(run, std::forward<Args>(args)...);
+    return run.Run(builder, progressText, maxLines);
+}
+
+// The same for a builder of a job's sides: the chosen configuration, and the chosen binds
+// handed to the builder before the rest, Builder(run, binds, args...).
+template <class Builder, class... Args>
+int RunBuilder(const VeltoGis::ImportExport::CImportDefinition& definition, ImportSides sides, Args&&... args)
+{
+    return RunBuilder<Builder>(ConfigurationOf(definition, sides), MessageId::ImportProgress, 0,
+                               BindsOf(definition, sides), std::forward<Args>(args)...);
+}

@@ -24,15 +24,46 @@ int Require(bool bound, WString& message, MessageId messageId)
     return bound ? 1 : Fail(message, messageId);
 }
 
-} // namespace
-
-PointAxis PointAxisOf(const WString& targetId)
+// The coordinate targets of points and clouds: X answers to three, Y to one.
+BindRole CoordinateRoleOf(const WString& targetId)
 {
     if (targetId == ImportTarget::NodeCoordinateX || targetId == ImportTarget::NodeX || targetId == ImportTarget::NodeEnd)
-        return PointAxis::X;
+        return BindRole::X;
     if (targetId == ImportTarget::NodeCoordinateY)
-        return PointAxis::Y;
-    return PointAxis::None;
+        return BindRole::Y;
+    return BindRole::LeftOut;
+}
+
+BindRole NameOrAttributeRoleOf(const WString& targetId)
+{
+    return targetId == ImportTarget::EntityName ? BindRole::Name : BindRole::Attribute;
+}
+
+} // namespace
+
+BindRole PointRoleOf(const WString& targetId)
+{
+    const BindRole coordinate = CoordinateRoleOf(targetId);
+    return coordinate != BindRole::LeftOut ? coordinate : NameOrAttributeRoleOf(targetId);
+}
+
+BindRole CloudRoleOf(const WString& targetId)
+{
+    return CoordinateRoleOf(targetId);
+}
+
+BindRole LineRoleOf(const WString& targetId)
+{
+    if (targetId == ImportTarget::NodeStart)
+        return BindRole::StartNode;
+    if (targetId == ImportTarget::NodeEnd)
+        return BindRole::EndNode;
+    return NameOrAttributeRoleOf(targetId);
+}
+
+BindRole PolygonRoleOf(const WString& targetId)
+{
+    return NameOrAttributeRoleOf(targetId);
 }
 
 bool IsTargetBound(CDataBindCollection* binds, const WChar* targetId)

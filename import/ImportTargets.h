@@ -1,5 +1,6 @@
 #pragma once
-// The reserved target ids of import binds, and what a job must (or may not) bind.
+// The reserved target ids of import binds, what each builder makes of them, and what a job
+// must (or may not) bind.
 
 #include "host/ImpexEngines.h"
 #include "host/Text.h"
@@ -18,11 +19,19 @@ inline const WChar* const NodeEnd = WTEXT("NODE_E");
 inline const WChar* const kAll[] = {EntityName, NodeCoordinateX, NodeCoordinateY, NodeX, NodeY, NodeStart, NodeEnd};
 } // namespace ImportTarget
 
-// Which coordinate of a point a bind's target sets, for the point and point-cloud builders.
-// X answers to three targets and Y to one; the asymmetry is required ("NODE_Y" is only an
-// attribute of a point).
-enum class PointAxis { None, X, Y };
-PointAxis PointAxisOf(const WString& targetId);
+// What a builder makes of a bind, by the bind's target. The entity builders also give every
+// bind that names a column an attribute value; the cloud builder leaves out all but X and Y.
+enum class BindRole { LeftOut, Attribute, Name, X, Y, StartNode, EndNode };
+
+// Points: X answers to three targets and Y to one; the asymmetry is required ("NODE_Y" is
+// only an attribute of a point). "ENTITY_NAME" names the point.
+BindRole PointRoleOf(const WString& targetId);
+// Point clouds: the point's X and Y targets; every other bind is left out.
+BindRole CloudRoleOf(const WString& targetId);
+// Lines: the node names and the name; the coordinate targets are attributes only.
+BindRole LineRoleOf(const WString& targetId);
+// Polygons: only the name is reserved.
+BindRole PolygonRoleOf(const WString& targetId);
 
 // True when the collection has a bind with that target and a non-empty source id.
 bool IsTargetBound(VeltoGis::ImportExport::CDataBindCollection* binds, const WChar* targetId);

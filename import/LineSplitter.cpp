@@ -1,10 +1,18 @@
 #include "import/LineSplitter.h"
 
+#include <utility>
+
 LineSplitter::LineSplitter(const ImportTxtConfiguration& configuration)
-    : delimiters_(configuration.GetDelimiters()),
-      markers_(CommentMarkersOf(configuration.GetComments())),
-      fixedWidth_(configuration.GetMode() != 0),
-      positions_(configuration.GetPositions())
+    : LineSplitter(configuration.GetDelimiters(), configuration.GetComments(), configuration.GetMode() != 0,
+                   configuration.GetPositions())
+{
+}
+
+LineSplitter::LineSplitter(DelimiterList delimiters, const WString& comments, bool fixedWidth, PositionList positions)
+    : delimiters_(std::move(delimiters)),
+      markers_(CommentMarkersOf(comments)),
+      fixedWidth_(fixedWidth),
+      positions_(std::move(positions))
 {
 }
 

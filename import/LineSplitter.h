@@ -16,6 +16,10 @@ public:
     // Takes its own copy of the positions: they grow by one boundary per fixed-width line
     // on purpose, and each user of a configuration sees its own growth.
     explicit LineSplitter(const ImportTxtConfiguration& configuration);
+    // The same from the parts of a configuration that shape a line: the delimiters in their
+    // order, the comment string (each character but the separator marks a comment line),
+    // the mode and the fixed-width positions.
+    LineSplitter(DelimiterList delimiters, const WString& comments, bool fixedWidth, PositionList positions);
 
     // Only the first fieldCount fields are read by the caller (0: none, so nothing is cut;
     // SIZE_MAX, the default: all). Fields up to that count are cut as a full cut would.
@@ -28,6 +32,10 @@ public:
     // the number of fields the line has (a fixed-width line may have more than were cut; a
     // delimited line's fields behind those read are neither cut nor counted).
     std::size_t Split(WString& line, FieldList& fields);
+
+    // Trims the end that a delimited line loses before it is cut (line feeds, carriage
+    // returns, one separator, then the delimiters' characters), leaving the line uncut.
+    void TrimLineEnd(WString& line) const { TrimDelimitedLineEnd(line, delimiters_); }
 
 private:
     DelimiterList delimiters_;

@@ -2,29 +2,25 @@
 
 #include <algorithm>
 
-ResolvedBinds::ResolvedBinds(VeltoGis::ImportExport::CDataBindCollection* binds,
-                             const ImportTxtConfiguration::ColumnList& columns, RoleOfTarget roleOf)
+ResolvedBinds::ResolvedBinds(const boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection>& binds,
+                             ImportRun& run, RoleOfTarget roleOf)
+    : collection_(binds)
 {
-    if (!binds)
-        return;
-    for (const auto& bind : binds->GetDataBindCollection()) {
-        if (!bind)
-            continue;
-        const int role = roleOf(bind->GetTargetDataId());
-        if (role < 0)
-            continue;
-        binds_.push_back({bind.get(), role, FindColumn(columns, bind->GetSourceDataId())});
-        if (binds_.back().column)
-            ++valueCount_;
+    int highestColumnNo = -1;
+    if (binds) {
+        for (const auto& bind : binds->GetDataBindCollection()) {
+            if (!bind)
+                continue;
+            const BindRole role = roleOf(bind->GetTargetDataId());
+            if (role == BindRole::LeftOut)
+                continue;
+            const CColumnData* column = FindColumn(run.Columns(), bind->GetSourceDataId());
+            binds_.push_back({bind.get(), role, column});
+            if (column) {
+                ++valueCount_;
+                highestColumnNo = std::max(highestColumnNo, column->GetNo());
+            }
+        }
     }
-}
-
-int ResolvedBinds::HighestColumnNo() const
-{
-    int highest = -1;
-    for (const ResolvedBind& resolved : binds_) {
-        if (resolved.column)
-            highest = std::max(highest, resolved.column->GetNo());
-    }
-    return highest;
+    run.ReadColumnsUpTo(highestColumnNo);
 }

@@ -7,12 +7,15 @@
 #include "host/ImpexData.h"
 #include "import/FieldValues.h"
 #include "import/ImportRun.h"
+#include "import/ImportTargets.h"
+
+#include <boost/shared_ptr.hpp>
 
 #include <vector>
 
 struct ResolvedBind {
     VeltoGis::ImportExport::CDataBind* bind;
-    int role;                  // what the builder makes of the target; see RoleOfTarget
+    BindRole role;
     const CColumnData* column; // the column named by the source id, or null
 
     // The bind's field on this line, or null (no column, or the line is too short). A
@@ -22,21 +25,24 @@ struct ResolvedBind {
 
 class ResolvedBinds {
 public:
-    // Maps a target id to a builder's role; a negative role leaves the bind out entirely.
-    using RoleOfTarget = int (*)(const WString& targetId);
+    // What a builder makes of a target; LeftOut leaves the bind out entirely.
+    using RoleOfTarget = BindRole (*)(const WString& targetId);
 
-    // Null entries of the collection are skipped; a null collection gives no binds.
-    ResolvedBinds(VeltoGis::ImportExport::CDataBindCollection* binds, const ImportTxtConfiguration::ColumnList& columns,
+    // Matches the binds against the run's columns and tells the run how far the builder
+    // reads a line. Null entries of the collection are skipped; a null collection gives no
+    // binds. The collection is kept for as long as the binds are.
+    ResolvedBinds(const boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection>& binds, ImportRun& run,
                   RoleOfTarget roleOf);
 
+    // False for a null collection (as opposed to one without binds).
+    bool Given() const { return collection_ != nullptr; }
     std::vector<ResolvedBind>::const_iterator begin() const { return binds_.begin(); }
     std::vector<ResolvedBind>::const_iterator end() const { return binds_.end(); }
-    // The highest column number among the binds' columns, -1 when none.
-    int HighestColumnNo() const;
     // How many binds name a column: the number of values an entity receives per line.
     std::size_t ValueCount() const { return valueCount_; }
 
 private:
+    boost::shared_ptr<VeltoGis::ImportExport::CDataBindCollection> collection_;
     std::vector<ResolvedBind> binds_;
     std::size_t valueCount_ = 0;
 };

@@ -124,21 +124,15 @@ private:
 
 int ImportBuilders::ImportTableRows(const WString& configuration, CDBTable& table, int maxLines)
 {
-    ImportRun run(configuration);
-    AllRows builder(run, table);
-    return run.Run(builder, MessageId::TableRowProgress, maxLines);
+    return RunBuilder<AllRows>(configuration, MessageId::TableRowProgress, maxLines, table);
 }
 
 int ImportBuilders::ImportLinkedTableRows(const WString& configuration, CDBTable& table, const KeySet& keys)
 {
-    ImportRun run(configuration);
-    RowsWithKeys builder(run, table, keys);
-    return run.Run(builder, MessageId::TableRowProgress);
+    return RunBuilder<RowsWithKeys>(configuration, MessageId::TableRowProgress, 0, table, keys);
 }
 
 int ImportBuilders::UpdateLinkedTableRows(const WString& configuration, CDBTable& table, const CDataBox* keyValue)
 {
-    ImportRun run(configuration);
-    RowsWithEmptyKey builder(run, table, keyValue);
-    return run.Run(builder, MessageId::TableRowProgress);
+    return RunBuilder<RowsWithEmptyKey>(configuration, MessageId::TableRowProgress, 0, table, keyValue);
 }

@@ -258,10 +258,7 @@ void CDlgTxtConfiguration::BindControls()
             return static_cast<std::size_t>(column) < fields.size() ? &fields[static_cast<std::size_t>(column)] : nullptr;
         },
         [this](long row) {
-            const auto& rows = model_.Preview().Rows();
-            return static_cast<std::size_t>(row) < rows.size() && rows[static_cast<std::size_t>(row)].comment
-                       ? ImportPreview::kCommentRowColour
-                       : PreviewListCtrl::kNoColour;
+            return model_.Preview().RowColour(static_cast<std::size_t>(row)).value_or(PreviewListCtrl::kNoColour);
         },
         [this](long row, long column) {
             return !model_.CellConverts(static_cast<std::size_t>(row), static_cast<std::size_t>(column));

@@ -111,17 +111,11 @@ bool ImportConfigurationModel::LoadPreview()
         preview_.Clear();
         return false;
     }
-    PreviewRequest request;
-    request.path = filePath;
-    request.fixedWidth = mode == ModeFixedWidth;
-    request.delimiters = Delimiters();
-    request.comments = comments;
-    request.rulerBreakCount = ruler_.BreakCount();
-    request.rulerPositions = ruler_.BreakPositions();
-    if (!preview_.Load(request))
+    if (!preview_.Load(*this))
         return false;
-    if (request.fixedWidth && preview_.LineCount() > 0)
-        positions_ = preview_.Positions();
+    // Replaced line by line: a file without lines leaves the positions as they were.
+    if (mode == ModeFixedWidth && preview_.LineCount() > 0)
+        positions_ = ruler_.BreakPositions();
     BuildColumnList();
     return true;
 }
@@ -144,9 +138,8 @@ void ImportConfigurationModel::BuildColumnList()
 
 void ImportConfigurationModel::ApplyStoredColumns()
 {
-    ImportTxtConfiguration stored;
-    stored.Parse(Stored().c_str());
-    const auto& storedColumns = stored.GetColumns();
+    configuration_.Parse(Stored().c_str());
+    const auto& storedColumns = configuration_.GetColumns();
     if (storedColumns.size() != columns.size()) {
         loaded_ = false;
         return;

@@ -53,7 +53,8 @@ public:
     void DelimitersChanged();
 
     // Empties the list and reloads the preview and, unless the file did not open, the
-    // column list. False when the file could not be opened.
+    // column list; in fixed width the positions become the ruler's once a line is read.
+    // False when the file could not be opened.
     bool LoadPreview();
     // One row per preview column, named and typed from the preview, then the stored
     // configuration's columns when their count matches (else they are dropped for good).
@@ -77,7 +78,7 @@ public:
     // field is checked.
     void Confirm();
 
-    // The fields of the wizard's controls.
+    // The fields of the wizard's controls, which the preview reads as they stand.
     WString filePath;
     int mode = ModeDelimited;
     bool space = false;
@@ -86,6 +87,10 @@ public:
     WString otherDelimiters;
     WString comments = WTEXT("*#");
     std::vector<ColumnListRow> columns;
+
+    // The ticked delimiters in the wizard's order: space, tab, then the other-delimiters text
+    // as one delimiter string (a stored configuration reads it back one per character).
+    DelimiterList Delimiters() const;
 
     const ImportPreview& Preview() const { return preview_; }
     // How the preview's lines are read (see WorkRunner); by default on the calling thread.
@@ -99,11 +104,11 @@ public:
 
 private:
     WString Stored() const;
-    DelimiterList Delimiters() const;
     void ApplyStoredColumns();
 
     VeltoGis::ImportExport::CImportDefinition& definition_;
     bool node_;
+    // The one configuration record the wizard parses into and composes from.
     ImportTxtConfiguration configuration_;
     ImportPreview preview_;
     RulerModel ruler_;

@@ -4,10 +4,10 @@
 #include "host/GisUtility.h"
 #include "host/Messages.h"
 #include "host/WideText.h"
-#include "import/ImportTxtConfiguration.h"
 #include "import/LineSplitter.h"
 #include "platform/Platform.h"
 #include "textfile/TextFile.h"
+#include "ui/ImportConfigurationModel.h"
 
 #include <algorithm>
 #include <atomic>
@@ -19,15 +19,6 @@ namespace {
 constexpr int kProgressEnd = 1000;
 // Longer than any number the type guess accepts.
 constexpr std::size_t kLongestSample = 80;
-
-ImportTxtConfiguration SplitterConfiguration(const PreviewRequest& request)
-{
-    ImportTxtConfiguration configuration;
-    configuration.SetDelimiters(request.delimiters);
-    configuration.SetMode(request.fixedWidth ? 1 : 0);
-    configuration.GetPositions() = request.rulerPositions;
-    return configuration;
-}
 
 // The first header field carries the comment marker; a field that was only the marker
 // ("# X Y") goes altogether, so that the names still start at the first column.
@@ -50,18 +41,31 @@ void ImportPreview::Clear()
     sample_.clear();
     headerTaken_ = sampleTaken_ = false;
     columnsFound_ = 0;
-    positions_.clear();
     encoding_ = PreviewEncoding();
 }
 
-bool ImportPreview::Load(const PreviewRequest& request)
+std::optional<std::uint32_t> ImportPreview::RowColour(std::size_t row) const
+{
+    if (row < rows_.size() && rows_[row].comment)
+        return kCommentRowColour;
+    return std::nullopt;
+}
+
+bool ImportPreview::Load(const ImportConfigurationModel& wizard)
 {
     Clear();
+    const WString path = wizard.filePath;
     TextFile file;
-    if (file.Open(request.path, TextFileMode::Read, TextEncoding::Detect, 0) != 0) {
-        acedAlert(FormatWide(LoadMessage(MessageId::FileDoesNotOpen), {request.path}).c_str());
+    if (file.Open(path, TextFileMode::Read, TextEncoding::Detect, 0) != 0) {
+        acedAlert(FormatWide(LoadMessage(MessageId::FileDoesNotOpen), {path}).c_str());
         return false;
     }
+    const bool fixedWidth = wizard.mode == ImportConfigurationModel::ModeFixedWidth;
+    const int breakCount = wizard.Ruler().BreakCount();
+    LineSplitter splitter(wizard.Delimiters(), wizard.comments, fixedWidth, wizard.Ruler().BreakPositions());
+    splitter.ReadFieldsUpTo(fixedWidth ? static_cast<std::size_t>(std::max(breakCount, 1))
+                                       : static_cast<std::size_t>(kMaxColumns));
+
     CCoreProgressBar* progress = CCoreProgressBar::Instance();
     progress->Show(LoadMessage(MessageId::ImportProgress).c_str(), 0, kProgressEnd);
     int position = 1;
@@ -76,18 +80,12 @@ bool ImportPreview::Load(const PreviewRequest& request)
         file.CountLines(&ignored);
         file.Close();
         // Not checked: a file that is gone by now previews as empty.
-        file.Open(request.path, TextFileMode::Read, TextEncoding::Detect, 0);
+        file.Open(path, TextFileMode::Read, TextEncoding::Detect, 0);
         encoding_.encoding = file.Encoding();
         encoding_.codePage = file.CodePage() != 0 ? file.CodePage() : Platform::AnsiCodePage();
-
-        const WString markers = CommentMarkersOf(request.comments);
-        const ImportTxtConfiguration configuration = SplitterConfiguration(request);
-        LineSplitter splitter(configuration);
-        splitter.ReadFieldsUpTo(request.fixedWidth ? static_cast<std::size_t>(std::max(request.rulerBreakCount, 1))
-                                                   : static_cast<std::size_t>(kMaxColumns));
         WString line;
         while (linesTaken.load() < kProgressEnd - 1 && file.ReadLine(nullptr, line) == 0) {
-            TakeLine(line, request, markers, splitter);
+            TakeLine(line, fixedWidth, splitter);
             linesTaken.fetch_add(1);
         }
         file.Close();
@@ -104,23 +102,24 @@ bool ImportPreview::Load(const PreviewRequest& request)
     }
     progress->Hide();
     progress->RestoreState();
-    // Taken line by line: a file without lines leaves the positions as they were.
-    if (request.fixedWidth && lineCount_ > 0) {
-        columnsFound_ = request.rulerBreakCount;
-        positions_ = request.rulerPositions;
-    }
+    // The ruler's breaks, set by every line read: a file without lines has one column.
+    if (fixedWidth && lineCount_ > 0)
+        columnsFound_ = breakCount;
     columnsFound_ = std::max(columnsFound_, 1);
     return true;
 }
 
-void ImportPreview::TakeLine(WString& line, const PreviewRequest& request, const WString& markers,
-                             LineSplitter& splitter)
+// Cut by the import's own splitter, but unlike the import, which skips a comment line before
+// cutting anything and cuts a fixed-width line as it was read, the preview cuts comment lines
+// too (grey rows, the header's names), trims a fixed-width line's end as a delimited one's,
+// and makes no row of a line that is empty once trimmed.
+void ImportPreview::TakeLine(WString& line, bool fixedWidth, LineSplitter& splitter)
 {
     PreviewRow row;
-    row.comment = IsCommentLine(line, markers);
-    if (request.fixedWidth) {
-        TrimDelimitedLineEnd(line, request.delimiters);
-        // Empty lines make no row and so add no boundary to the growing positions.
+    row.comment = splitter.IsComment(line);
+    if (fixedWidth) {
+        splitter.TrimLineEnd(line);
+        // An empty line adds no boundary to the growing positions either.
         if (!line.empty())
             splitter.Split(line, row.fields);
     } else {

@@ -1,7 +1,7 @@
 #pragma once
-// The import wizard's preview: the first lines of the file, prepared as an import prepares
-// them, cut into rows of fields, with the header and sample fields and the column count that
-// the column list is built from.
+// The import wizard's preview: the first lines of the wizard's file, prepared as an import
+// prepares them, cut into rows of fields, with the header and sample fields and the column
+// count that the column list is built from.
 
 #include "host/Text.h"
 #include "textfile/FieldSplit.h"
@@ -9,23 +9,16 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <vector>
 
+class ImportConfigurationModel;
 class LineSplitter;
 
 // How a long piece of work runs. A window runs it on another thread beside its event loop, so
 // that it keeps painting; poll is then called on the calling thread now and then while the work
 // runs, and once after it has ended. Without a runner the work runs, then poll.
 using WorkRunner = std::function<void(const std::function<void()>& work, const std::function<void()>& poll)>;
-
-struct PreviewRequest {
-    WString path;
-    bool fixedWidth = false;
-    DelimiterList delimiters; // the ticked delimiters, in the wizard's order
-    WString comments;         // each character but the separator marks a comment line
-    int rulerBreakCount = 0;  // fixed width: the ruler's breaks
-    PositionList rulerPositions; // fixed width: their positions, ascending, each once
-};
 
 struct PreviewRow {
     FieldList fields;
@@ -54,17 +47,20 @@ public:
     // How Load reads the lines. While it runs nothing else may read this preview.
     void SetRunner(WorkRunner runner) { runner_ = std::move(runner); }
 
-    // Clears, then reads the file's first lines: the whole file is read through once (only
+    // Clears, then reads the first lines of the wizard's file as its delimiters, comment
+    // characters, mode and ruler breaks stand: the whole file is read through once (only
     // counted), then reopened; the host's progress bar runs while the lines are read. False
     // (after an alert naming the file) when the file cannot be opened: the preview stays
     // empty. A column count of 0 becomes 1. Rows hold no fields behind kMaxColumns.
-    bool Load(const PreviewRequest& request);
+    bool Load(const ImportConfigurationModel& wizard);
 
     // The lines read. Their text, prepared (delimiters replaced, ends trimmed), is kept once:
     // in the rows cut from it.
     std::size_t LineCount() const { return lineCount_; }
     // One row per non-empty line.
     const std::vector<PreviewRow>& Rows() const { return rows_; }
+    // A row's background: kCommentRowColour for a comment line's row, none for any other.
+    std::optional<std::uint32_t> RowColour(std::size_t row) const;
     // The first comment line's fields, its marker taken off (delimited mode only).
     const FieldList& HeaderFields() const { return header_; }
     // The first data line's fields (delimited mode only), each cut to what shows whether it
@@ -75,13 +71,10 @@ public:
     // The columns the lines have: the most fields of a line (delimited), the ruler's breaks
     // (fixed width).
     int ColumnsFound() const { return columnsFound_; }
-    // Fixed width: the positions the rows were cut at (the ruler's); empty when the file had
-    // no lines, which leaves the wizard's positions as they were.
-    const PositionList& Positions() const { return positions_; }
     const PreviewEncoding& Encoding() const { return encoding_; }
 
 private:
-    void TakeLine(WString& line, const PreviewRequest& request, const WString& markers, LineSplitter& splitter);
+    void TakeLine(WString& line, bool fixedWidth, LineSplitter& splitter);
 
     std::size_t lineCount_ = 0;
     std::vector<PreviewRow> rows_;
@@ -90,7 +83,6 @@ private:
     bool headerTaken_ = false;
     bool sampleTaken_ = false;
     int columnsFound_ = 0;
-    PositionList positions_;
     PreviewEncoding encoding_;
     WorkRunner runner_;
 };

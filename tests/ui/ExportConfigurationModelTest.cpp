@@ -3,6 +3,7 @@
 #include "export/CXMLTextFileExportConfiguration.h"
 #include "host/ImpexDefinitions.h"
 #include "platform/Platform.h"
+#include "refhost/testing/TestText.h"
 #include "ui/ExportConfigurationModel.h"
 #include "ui/FileChoiceModel.h"
 #include "host/WideText.h"
@@ -79,8 +80,12 @@ TEST(ExportConfigurationModel, ChosenFileGetsTxtUnlessItEndsInIt)
         {WTEXT("out.TXT"), WTEXT("out.TXT")},      {WTEXT("out.csv"), WTEXT("out.csv.txt")},
         {WTEXT("out.txt"), WTEXT("out.txt")},      {WTEXT("/a.b/out"), WTEXT("/a.b/out.txt")},
         {WTEXT(""), WTEXT("")},                    {WTEXT("txt"), WTEXT("txt.txt")},
-        {WTEXT("x.Txt"), WTEXT("x.Txt")},          {WTEXT("x.txt "), WTEXT("x.txt .txt")}};
+        {WTEXT("x.Txt"), WTEXT("x.Txt")},          {WTEXT("x.txt "), WTEXT("x.txt .txt")},
+        // The last four characters count, the dot among them: "txt" at the end is not enough.
+        {WTEXT("mytxt"), WTEXT("mytxt.txt")},      {WTEXT("out_txt"), WTEXT("out_txt.txt")},
+        {WTEXT(".txt"), WTEXT(".txt")},            {WTEXT("a.TxT"), WTEXT("a.TxT")}};
     for (const auto& [chosen, expected] : cases) {
+        SCOPED_TRACE(refhost::testing::U8(chosen));
         CExportDefinition definition;
         ExportConfigurationModel model(definition, false);
         model.TakeChosenFile(chosen);

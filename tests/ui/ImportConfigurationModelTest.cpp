@@ -28,16 +28,20 @@ using VeltoGis::ImportExport::CImportDefinition;
 
 namespace {
 
-// Each row as "a|b|c", comment rows marked "grey:".
+// Each row as "a|b|c", rows with the comment colour marked "grey:" (any other "coloured:").
 std::vector<std::string> RowsOf(const ImportConfigurationModel& model)
 {
     std::vector<std::string> rows;
-    for (const PreviewRow& row : model.Preview().Rows()) {
-        std::string text = row.comment ? "grey:" : "";
-        for (std::size_t i = 0; i < row.fields.size(); ++i)
-            text += (i ? "|" : "") + U8(row.fields[i]);
+    const ImportPreview& preview = model.Preview();
+    for (std::size_t r = 0; r < preview.Rows().size(); ++r) {
+        const auto colour = preview.RowColour(r);
+        std::string text = !colour ? "" : *colour == 0xD3D3D3 ? "grey:" : "coloured:";
+        const FieldList& fields = preview.Rows()[r].fields;
+        for (std::size_t i = 0; i < fields.size(); ++i)
+            text += (i ? "|" : "") + U8(fields[i]);
         rows.push_back(text);
     }
+    EXPECT_FALSE(preview.RowColour(preview.Rows().size()));
     return rows;
 }
 
@@ -52,6 +56,39 @@ std::vector<std::string> NamesOf(const ImportConfigurationModel& model)
 class ImportWizardModel : public ::testing::Test {
 protected:
     void SetUp() override { CadShim::ClearRecordings(); }
+
+    // A configuration of the file with the columns East (real, off) and North (type 4711,
+    // which no type of the list stands for).
+    static ImportTxtConfiguration TwoColumns(const WString& path, const DelimiterList& delimiters)
+    {
+        ImportTxtConfiguration stored;
+        stored.SetTxtFile(path);
+        stored.SetDelimiters(delimiters);
+        for (const auto& [name, type, on] : {std::tuple{"East", 5001, 0}, std::tuple{"North", 4711, 1}}) {
+            auto column = boost::make_shared<CColumnData>();
+            column->SetName(W(name));
+            column->SetType(type);
+            column->SetOnOff(on);
+            stored.GetColumns().push_back(column);
+        }
+        return stored;
+    }
+
+    void Store(ImportTxtConfiguration configuration, bool node = false)
+    {
+        const WString text = configuration.ToXml();
+        if (node)
+            definition_.SetImporterConfigurationNode(text.c_str());
+        else
+            definition_.SetImporterConfiguration(text.c_str());
+    }
+
+    ImportTxtConfiguration StoredConfiguration() const
+    {
+        ImportTxtConfiguration stored;
+        EXPECT_EQ(stored.Parse(definition_.GetImporterConfiguration().c_str()), 1);
+        return stored;
+    }
 
     // A wizard opened on a fresh definition (tab ticked), then set to the file.
     ImportConfigurationModel& OpenOn(const std::string& bytes, bool node = false)
@@ -104,6 +141,70 @@ TEST_F(ImportWizardModel, PreviewOfDelimitedCommentAndEmptyFiles)
         EXPECT_EQ(U8(model.columns.back().label), "C" + std::to_string(c.columns));
     }
     EXPECT_TRUE(CadShim::RecordedAlerts().empty());
+}
+
+TEST_F(ImportWizardModel, OnlyACommentLinesRowIsGrey)
+{
+    struct Case {
+        const char* name;
+        std::string bytes;
+        WString comments;
+        std::vector<std::string> rows;
+    };
+    const Case cases[] = {
+        {"each character marks", "#X Y\n1 2\n*c\n3 4\n", WTEXT("*#"), {"grey:#X|Y", "1|2", "grey:*c", "3|4"}},
+        {"only the first character counts", " #x 1\nx# 2\n", WTEXT("#"), {"|#x|1", "x#|2"}},
+        {"the separator is no marker", "\xA4" "a b\n#c\n", WTEXT("#\u00a4"), {"|a|b", "grey:#c"}},
+        {"no comment characters, no comments", "#x 1\n", WTEXT(""), {"#x|1"}},
+        {"a delimiter may mark comments too", " a\n1 2\n", WTEXT(" "), {"grey:|a", "1|2"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        ImportConfigurationModel& model = OpenOn(c.bytes);
+        model.tab = false;
+        model.space = true;
+        model.comments = c.comments;
+        model.DelimitersChanged();
+        EXPECT_EQ(RowsOf(model), c.rows);
+    }
+}
+
+TEST_F(ImportWizardModel, ChoosingAnotherFileDropsTheStoredColumnsEvenWhenTheCountMatches)
+{
+    Store(TwoColumns(folder_.WriteFile("first.txt", "1;2\n"), {WTEXT(";")}));
+    ImportConfigurationModel model(definition_, false);
+    model.Open();
+    ASSERT_TRUE(model.ConfigurationLoaded());
+    EXPECT_EQ(NamesOf(model), (std::vector<std::string>{"East:Real:off", "North:"}));
+
+    model.ChooseFile(folder_.WriteFile("second.txt", "5;6.5\n"));
+    EXPECT_FALSE(model.ConfigurationLoaded());
+    EXPECT_EQ(NamesOf(model), (std::vector<std::string>{"C1:Integer", "C2:Real"}));
+    model.ChooseFile(folder_.FilePath("first.txt")); // gone for good, even on the first file
+    EXPECT_EQ(NamesOf(model), (std::vector<std::string>{"C1:Integer", "C2:Integer"}));
+    model.Confirm();
+    const ImportTxtConfiguration stored = StoredConfiguration();
+    ASSERT_EQ(stored.GetColumns().size(), 2u);
+    EXPECT_EQ(stored.GetColumns()[0]->GetName(), WTEXT("C1"));
+    EXPECT_EQ(stored.GetColumns()[0]->GetOnOff(), 1);
+}
+
+TEST_F(ImportWizardModel, OkInDelimitedModeWritesTheStoredPositionsBackUnchanged)
+{
+    ImportTxtConfiguration stored = TwoColumns(folder_.WriteFile("points.txt", "1 2\n"), {WTEXT(" ")});
+    stored.GetPositions() = {12, 25};
+    Store(stored);
+    ImportConfigurationModel model(definition_, false);
+    model.Open();
+    // Neither emptying the working configuration nor reloading touches them.
+    model.tab = true;
+    model.DelimitersChanged();
+    model.SetMode(ImportConfigurationModel::ModeDelimited);
+    model.Confirm();
+    EXPECT_NE(U8(definition_.GetImporterConfiguration()).find("colPositions=\"12\u00a425\u00a4\""), std::string::npos);
+    const ImportTxtConfiguration written = StoredConfiguration();
+    EXPECT_EQ(written.GetMode(), 0);
+    EXPECT_EQ(written.GetPositions(), (PositionList{12, 25}));
 }
 
 TEST_F(ImportWizardModel, FixedWidthRowsAreCutAtTheRulerBreaks)
@@ -205,18 +306,9 @@ TEST_F(ImportWizardModel, AStoredConfigurationOpensIntoTheFieldsAndItsColumnsApp
 {
     const WString path = folder_.WriteFile("stored.txt", "1;2 3\n");
     const auto store = [&](const DelimiterList& delimiters) {
-        ImportTxtConfiguration stored;
-        stored.SetTxtFile(path);
-        stored.SetDelimiters(delimiters);
+        ImportTxtConfiguration stored = TwoColumns(path, delimiters);
         stored.SetComments(WTEXT("%"));
-        for (const auto& [name, type, on] : {std::tuple{"East", 5001, 0}, std::tuple{"North", 4711, 1}}) {
-            auto column = boost::make_shared<CColumnData>();
-            column->SetName(W(name));
-            column->SetType(type);
-            column->SetOnOff(on);
-            stored.GetColumns().push_back(column);
-        }
-        definition_.SetImporterConfigurationNode(stored.ToXml().c_str());
+        Store(stored, true);
     };
     store({WTEXT(";"), WTEXT("\t"), WTEXT("|")});
     ImportConfigurationModel model(definition_, true);
