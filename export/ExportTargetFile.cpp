@@ -14,27 +14,26 @@ ExportTargetFile::~ExportTargetFile() { Undo(); }
 bool ExportTargetFile::Open(TextFile& file, int encoding)
 {
     const Platform::PathKind kind = Platform::KindOfPath(target_.c_str());
-    const bool inPlace = kind == Platform::PathKind::Other;
+    // A folder under the target's name can be neither written nor replaced by a file.
+    if (kind == Platform::PathKind::Directory)
+        return false;
     appending_ = choice_ == FileChoiceAppend && kind == Platform::PathKind::Regular;
     if (appending_ && !Platform::SizeOfFile(target_.c_str(), &oldLength_))
         return false;
-    const bool writesBeside = choice_ == FileChoiceOverwrite && !inPlace;
-    if (writesBeside) {
-        // A folder under the target's name cannot be replaced by a file.
-        if (kind == Platform::PathKind::Directory)
-            return false;
-        if (!Platform::CreateFileBeside(target_.c_str(), &beside_)) {
-            error_ = Platform::LastError();
-            return false;
-        }
+    // What becomes a new file (an overwrite, or an append to a file that has gone meanwhile)
+    // is written beside the target.
+    const bool writesBeside = !appending_ && kind != Platform::PathKind::Other;
+    if (writesBeside && !Platform::CreateFileBeside(target_.c_str(), &beside_)) {
+        error_ = Platform::LastError();
+        return false;
     }
-    const int mode = choice_ == FileChoiceAppend ? TextFileMode::Append : TextFileMode::Write;
+    const bool appendsInPlace = appending_ || (kind == Platform::PathKind::Other && choice_ == FileChoiceAppend);
+    const int mode = appendsInPlace ? TextFileMode::Append : TextFileMode::Write;
+    pending_ = true;
     if (file.Open(writesBeside ? beside_ : target_, mode, static_cast<std::uint32_t>(encoding), 0) != TextFileResult::Ok) {
-        pending_ = true;
         Undo();
         return false;
     }
-    pending_ = true;
     return true;
 }
 
