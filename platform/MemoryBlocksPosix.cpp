@@ -27,10 +27,6 @@ void* AllocateBlock(bool)
 
 void FreeBlock(void* block) { std::free(block); }
 
-void* AllocateLarge(std::size_t bytes) { return std::calloc(1, bytes); }
-
-void FreeLarge(void* memory, std::size_t) { std::free(memory); }
-
 #else
 
 // Maps one block more than needed and unmaps what lies before and after the aligned part.
@@ -58,23 +54,6 @@ void FreeBlock(void* block)
 {
     if (block)
         ::munmap(block, kMemoryBlockSize);
-}
-
-void* AllocateLarge(std::size_t bytes)
-{
-    void* memory = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED)
-        return nullptr;
-#ifdef MADV_HUGEPAGE
-    ::madvise(memory, bytes, MADV_HUGEPAGE);
-#endif
-    return memory;
-}
-
-void FreeLarge(void* memory, std::size_t bytes)
-{
-    if (memory)
-        ::munmap(memory, bytes);
 }
 
 #endif

@@ -1,4 +1,4 @@
-// Memory blocks and large arrays on Windows: VirtualAlloc. Large pages are used where the
+// Memory blocks on Windows: VirtualAlloc. Large pages are used where the
 // account holds the right to lock pages in memory and the system's large page fits the block;
 // a large-page block is aligned to its own size by the system. Otherwise an aligned range is found by
 // reserving twice the size, releasing it and taking the aligned part of it.
@@ -82,24 +82,6 @@ void FreeBlock(void* block)
 {
     if (block)
         ::VirtualFree(block, 0, MEM_RELEASE);
-}
-
-// Large pages in whole large pages only, and only where granted.
-void* AllocateLarge(std::size_t bytes)
-{
-    if (LargePagesGranted()) {
-        const SIZE_T largePage = ::GetLargePageMinimum();
-        const SIZE_T rounded = (bytes + largePage - 1) / largePage * largePage;
-        if (void* memory = ::VirtualAlloc(nullptr, rounded, MEM_RESERVE | MEM_COMMIT | MEM_LARGE_PAGES, PAGE_READWRITE))
-            return memory;
-    }
-    return ::VirtualAlloc(nullptr, bytes, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
-}
-
-void FreeLarge(void* memory, std::size_t)
-{
-    if (memory)
-        ::VirtualFree(memory, 0, MEM_RELEASE);
 }
 
 } // namespace Platform

@@ -95,13 +95,6 @@ constexpr std::size_t kMemoryBlockSize = std::size_t(2) << 20;
 void* AllocateBlock(bool largePages);
 void FreeBlock(void* block);
 
-// Memory for one large array (megabytes to gigabytes) straight from the system, zero-filled
-// and backed by large pages where the system offers them: an array that is sorted or read out
-// of order then costs far fewer page faults and address-translation misses. Null when the
-// system has no memory left. FreeLarge takes the size that was asked for.
-void* AllocateLarge(std::size_t bytes);
-void FreeLarge(void* memory, std::size_t bytes);
-
 // Failure injection for tests, in the manner of a mock of the system calls: the error paths
 // of everything above the platform layer can be run for real. Counters are process-wide
 // and count down as calls are made; ClearFaults() restores normal service.

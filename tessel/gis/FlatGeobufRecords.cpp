@@ -2,7 +2,6 @@
 
 #include "tessel/gis/FlatGeobufFeature.h"
 
-#include "platform/Platform.h"
 #include "refhost/HostSide.h"
 #include "refhost/Utf8.h"
 #include "tessel/core/AppError.h"
@@ -104,7 +103,7 @@ FlatGeobufRecords::~FlatGeobufRecords()
         if (block.own)
             delete[] block.data;
         else if (block.data)
-            Platform::FreeBlock(block.data);
+            memory::FreeBlock(block.data);
     }
 }
 
@@ -201,7 +200,7 @@ std::uint32_t FlatGeobufRecords::Room(std::size_t bytes, unsigned char*& room)
     const std::size_t units = (bytes + kUnit - 1) / kUnit;
     if (units > kUnitsPerBlock - used_) {
         if (blocks_.size() == kMostBlocks)
-            throw JobError("tessel keeps at most " + std::to_string(kMostBlocks * Platform::kMemoryBlockSize >> 30) +
+            throw JobError("tessel keeps at most " + std::to_string(kMostBlocks * memory::kBlockSize >> 30) +
                            " GB of features for a FlatGeobuf file");
         if (units > kUnitsPerBlock) {
             blocks_.push_back({nullptr, true});
@@ -210,7 +209,7 @@ std::uint32_t FlatGeobufRecords::Room(std::size_t bytes, unsigned char*& room)
             return static_cast<std::uint32_t>((blocks_.size() - 1) << kUnitBits);
         }
         blocks_.push_back({nullptr, false});
-        blocks_.back().data = static_cast<unsigned char*>(Platform::AllocateBlock(true));
+        blocks_.back().data = static_cast<unsigned char*>(memory::AllocateBlock());
         if (!blocks_.back().data)
             throw std::bad_alloc();
         current_ = blocks_.size() - 1;

@@ -9,7 +9,7 @@
 // A feature is found by its locator, 31 bits, so that the index's sort key can carry it.
 
 #include "host/ImpexData.h"
-#include "platform/Platform.h"
+#include "tessel/system/LargeMemory.h"
 #include "tessel/text/RecordWriter.h"
 
 #include <cstddef>
@@ -56,7 +56,7 @@ private:
     static constexpr std::size_t kUnit = 8; // features start on 8-byte boundaries
     static constexpr int kUnitBits = 18;    // a 2 MB block in units
     static constexpr std::size_t kUnitsPerBlock = std::size_t(1) << kUnitBits;
-    static_assert(kUnitsPerBlock * kUnit == Platform::kMemoryBlockSize, "a locator's units span a block");
+    static_assert(kUnitsPerBlock * kUnit == memory::kBlockSize, "a locator's units span a block");
     static constexpr std::size_t kMostBlocks = std::size_t(1) << (kLocatorBits - kUnitBits);
 
     void Pack(const VeltoGis::Data::CDataBox& value, FieldType type, double x, double y, std::size_t& encodedBytes);
@@ -66,10 +66,10 @@ private:
     std::string packed_; // the properties of the feature being kept
     struct Block {
         unsigned char* data;
-        bool own; // from new[], not a platform block
+        bool own; // from new[], not a system block
     };
     std::vector<Block> blocks_;
-    std::size_t current_ = 0; // the platform block being filled, when used_ > 0
+    std::size_t current_ = 0; // the system block being filled, when used_ > 0
     std::size_t used_ = kUnitsPerBlock;
 };
 

@@ -4,15 +4,9 @@
 #include "refhost/HostSide.h"
 #include "refhost/Utf8.h"
 #include "tessel/core/AppError.h"
+#include "tessel/system/CaseMapping.h"
 
 #include <cmath>
-
-#ifdef _WIN32
-#include "platform/Windows.h"
-#else
-#include <locale.h>
-#include <wctype.h>
-#endif
 
 namespace tessel {
 namespace {
@@ -20,43 +14,22 @@ namespace {
 using VeltoGis::Data::CDataBox;
 using Transform = VeltoGis::ImportExport::CDataBind::Transform;
 
-enum class Case { Upper, Lower };
-
-// Case mapping by Unicode rules, whatever locale the user's environment sets. Code units
-// outside the basic plane (surrogates) stay as they are.
-#ifdef _WIN32
-WChar MapCase(WChar unit, Case to)
-{
-    WChar mapped = unit;
-    const DWORD flags = to == Case::Upper ? LCMAP_UPPERCASE : LCMAP_LOWERCASE;
-    return ::LCMapStringW(LOCALE_INVARIANT, flags, &unit, 1, &mapped, 1) == 1 ? mapped : unit;
-}
-#else
-WChar MapCase(WChar unit, Case to)
-{
-    static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
-    const auto c = static_cast<wint_t>(unit);
-    if (!locale)
-        return static_cast<WChar>(to == Case::Upper ? towupper(c) : towlower(c));
-    return static_cast<WChar>(to == Case::Upper ? towupper_l(c, locale) : towlower_l(c, locale));
-}
-#endif
-
-void MapText(CDataBox& value, Case to)
+// Code units outside the basic plane (surrogates) stay as they are.
+void MapText(CDataBox& value, LetterCase to)
 {
     if (refhost::KindOf(value) != CDataBox::Kind::Text)
         return;
     WString text = refhost::TextOf(value);
     for (WChar& unit : text) {
         if (unit < 0xD800 || unit > 0xDFFF)
-            unit = MapCase(unit, to);
+            unit = ToLetterCase(unit, to);
     }
     value.SetValue(text.c_str());
 }
 
-void Upper(CDataBox& value) { MapText(value, Case::Upper); }
+void Upper(CDataBox& value) { MapText(value, LetterCase::Upper); }
 
-void Lower(CDataBox& value) { MapText(value, Case::Lower); }
+void Lower(CDataBox& value) { MapText(value, LetterCase::Lower); }
 
 bool IsBlank(WChar c) { return c == ' ' || c == '\t' || c == 0x00A0; }
 

@@ -1,7 +1,8 @@
 #pragma once
-// The C runtime's low-level file calls as tessel uses them, spelled once for POSIX and
-// Windows: paths in UTF-8 (wide on Windows, so any name works), binary data, descriptors not
-// inherited by child processes. Failures return -1 (or false) with errno set.
+// The C runtime's low-level file calls as tessel uses them, one implementation per system
+// (FileDescriptorPosix.cpp, FileDescriptorWindows.cpp): paths in UTF-8 (wide on Windows, so
+// any name works), binary data, descriptors not inherited by child processes. Failures
+// return -1 (or false) with errno set.
 
 #include <cstddef>
 #include <string>
@@ -31,5 +32,9 @@ unsigned ModeOf(const std::string& path);
 
 enum class Kind { Missing, Regular, Folder, Special };
 Kind KindOf(const std::string& path);
+
+// True for what the file system's status cannot tell apart from a missing file: a Windows
+// device (NUL, CON, COM1) or pipe. False on POSIX, where a device has a status of its own.
+bool IsDevice(const std::string& path);
 
 } // namespace tessel::files

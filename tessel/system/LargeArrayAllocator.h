@@ -1,10 +1,10 @@
 #pragma once
 // The allocator of the arrays of millions of items that tessel's writers keep and sort: an
-// array of a megabyte or more comes from the platform's large-array memory (large pages where
+// array of a megabyte or more comes from the system's large-array memory (large pages where
 // the system offers them, so that sorting it costs few page faults and address-translation
 // misses); a smaller one from the heap.
 
-#include "platform/Platform.h"
+#include "tessel/system/LargeMemory.h"
 
 #include <cstddef>
 #include <limits>
@@ -29,7 +29,7 @@ public:
             throw std::bad_array_new_length();
         if (!IsLarge(count))
             return std::allocator<Item>().allocate(count);
-        void* memory = Platform::AllocateLarge(count * sizeof(Item));
+        void* memory = memory::AllocateLarge(count * sizeof(Item));
         if (!memory)
             throw std::bad_alloc();
         return static_cast<Item*>(memory);
@@ -38,7 +38,7 @@ public:
     void deallocate(Item* items, std::size_t count)
     {
         if (IsLarge(count))
-            Platform::FreeLarge(items, count * sizeof(Item));
+            memory::FreeLarge(items, count * sizeof(Item));
         else
             std::allocator<Item>().deallocate(items, count);
     }

@@ -1,20 +1,15 @@
+// Libraries loaded with LoadLibraryW (so that any path works) and GetProcAddress; failures
+// named by the system's own message.
+
 #include "refhost/DynamicLibrary.h"
 
+#include "platform/Windows.h"
 #include "refhost/FilePath.h"
 #include "refhost/Utf8.h"
-
-#ifdef _WIN32
-#include "platform/Windows.h"
-#else
-#include <dlfcn.h>
-#endif
 
 #include <filesystem>
 
 namespace refhost {
-
-#ifdef _WIN32
-
 namespace {
 
 std::string SystemMessage(DWORD error)
@@ -56,28 +51,5 @@ std::string ProgramFolder()
     path.resize(length);
     return PathToUtf8(std::filesystem::path(path).parent_path());
 }
-
-#else
-
-bool DynamicLibrary::Load(const std::string& path)
-{
-    handle_ = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    const char* reason = handle_ ? nullptr : ::dlerror();
-    error_ = handle_ ? "" : reason ? reason : "unknown reason";
-    return handle_ != nullptr;
-}
-
-void* DynamicLibrary::Symbol(const char* name) const { return handle_ ? ::dlsym(handle_, name) : nullptr; }
-
-std::string ModuleFileName(const std::string& name) { return "lib" + name + ".so"; }
-
-std::string ProgramFolder()
-{
-    std::error_code error;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? "." : PathToUtf8(program.parent_path());
-}
-
-#endif
 
 } // namespace refhost
