@@ -1,7 +1,7 @@
 #include "refhost/DynamicLibrary.h"
 
+#include "host/Utf8.h"
 #include "refhost/FilePath.h"
-#include "refhost/Utf8.h"
 
 #ifdef _WIN32
 #include "platform/Windows.h"

@@ -1,7 +1,7 @@
 #include "refhost/Environment.h"
 
+#include "host/Utf8.h"
 #include "refhost/FilePath.h"
-#include "refhost/Utf8.h"
 
 #include <atomic>
 #include <chrono>

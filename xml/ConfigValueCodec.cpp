@@ -149,7 +149,9 @@ WString EncodeConfigValue(const WString& value)
         } else if (byte < 0x80) {
             out += static_cast<WChar>(byte);
         } else {
-            // Deliberately widened as a signed byte: the unit 0xFF00 + b, in UTF-8.
+            // Deliberately widened as a signed byte: the unit 0xFF00 + b in UTF-8's three-byte
+            // form. Not the shared codec (host/Utf8.h): the groups are the stored form of one
+            // byte, which DecodeConfigValue reads back by arithmetic of its own.
             const unsigned unit = 0xFF00u | byte;
             AppendGroup(out, 0xE0 | (unit >> 12));
             AppendGroup(out, 0x80 | ((unit >> 6) & 0x3F));

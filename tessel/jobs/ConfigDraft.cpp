@@ -1,7 +1,7 @@
 #include "tessel/jobs/ConfigDraft.h"
 
+#include "host/Utf8.h"
 #include "refhost/FilePath.h"
-#include "refhost/Utf8.h"
 #include "tessel/core/AppError.h"
 #include "tessel/jobs/CodePageText.h"
 #include "tessel/jobs/Warnings.h"
@@ -29,7 +29,7 @@ void RequireCodePage(const WString& value, unsigned codePage, const std::string&
 {
     std::string bytes;
     if (!ToCodePageBytes(value, codePage, bytes))
-        throw UsageError(option + ": " + Quoted(refhost::ToUtf8(value)) + " cannot be written in code page " +
+        throw UsageError(option + ": " + Quoted(ToUtf8(value)) + " cannot be written in code page " +
                          std::to_string(codePage));
 }
 
@@ -54,7 +54,7 @@ ImportTxtConfiguration::ColumnList Columns(const std::vector<ColumnOption>& colu
         if (column.name.find('"') != std::string::npos)
             WarnOrRefuse(strict, "--column: " + Quoted(column.name) +
                                      " contains '\"', which the configuration reads back as '×'");
-        const WString name = refhost::FromUtf8(column.name);
+        const WString name = FromUtf8(column.name);
         RequireCodePage(name, codePage, "--column");
         auto data = boost::make_shared<CColumnData>();
         data->SetNo(static_cast<int>(no));
@@ -73,8 +73,8 @@ WString ImportConfigDraft(const ImportConfigChoice& choice, unsigned codePage)
     // Fixed positions and delimiters may come together, as the wizard stores both: the
     // positions decide, and the delimiters wait for the delimited mode.
     const bool fixed = !choice.fixedPositions.empty();
-    const WString delimiters = refhost::FromUtf8(choice.delimiters.value_or(fixed ? "" : " "));
-    const WString comments = refhost::FromUtf8(choice.comments.value_or("#"));
+    const WString delimiters = FromUtf8(choice.delimiters.value_or(fixed ? "" : " "));
+    const WString comments = FromUtf8(choice.comments.value_or("#"));
     if (!fixed && delimiters.empty())
         WarnOrRefuse(choice.strict, "--delimiters: no delimiter, so every line is one field");
     WarnOfMultiplicationSign(delimiters, "--delimiters", choice.strict);
@@ -96,8 +96,8 @@ WString ImportConfigDraft(const ImportConfigChoice& choice, unsigned codePage)
 
 WString ExportConfigDraft(const ExportConfigChoice& choice, unsigned codePage)
 {
-    const WString comment = refhost::FromUtf8(choice.comment.value_or("#"));
-    const WString delimiter = refhost::FromUtf8(choice.delimiter.value_or("\t"));
+    const WString comment = FromUtf8(choice.comment.value_or("#"));
+    const WString delimiter = FromUtf8(choice.delimiter.value_or("\t"));
     RequireCodePage(comment, codePage, "--comment");
     RequireCodePage(delimiter, codePage, "--delimiter");
     CXMLTextFileExportConfiguration configuration;
@@ -119,7 +119,7 @@ WString DecodeConfigurationBytes(const std::string& bytes)
                 static_cast<WChar>(littleEndian ? byteAt(i) | byteAt(i + 1) << 8 : byteAt(i) << 8 | byteAt(i + 1)));
     } else {
         const bool bom = bytes.size() >= 3 && byteAt(0) == 0xEF && byteAt(1) == 0xBB && byteAt(2) == 0xBF;
-        text = refhost::FromUtf8(std::string_view(bytes).substr(bom ? 3 : 0));
+        text = FromUtf8(std::string_view(bytes).substr(bom ? 3 : 0));
     }
     while (!text.empty() && (text.back() == '\n' || text.back() == '\r'))
         text.pop_back();
