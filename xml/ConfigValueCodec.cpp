@@ -9,14 +9,15 @@ namespace {
 
 constexpr unsigned kAnsiCodePage = 0;
 
-std::string ToAnsiBytes(const WString& text)
+// The text's bytes in the code page; *lacking is set when a character has no form there.
+std::string ToAnsiBytes(const WString& text, unsigned codePage = kAnsiCodePage, bool* lacking = nullptr)
 {
     if (text.empty())
         return std::string();
     // Room for the widest code page the platform may be set to (UTF-8: 3 bytes a unit).
     std::string bytes(text.size() * 4 + 4, '\0');
-    const int written = Platform::WideToMultiByte(kAnsiCodePage, text.data(), static_cast<int>(text.size()),
-                                                  &bytes[0], static_cast<int>(bytes.size()), nullptr, nullptr);
+    const int written = Platform::WideToMultiByte(codePage, text.data(), static_cast<int>(text.size()), &bytes[0],
+                                                  static_cast<int>(bytes.size()), nullptr, lacking);
     bytes.resize(written > 0 ? static_cast<std::size_t>(written) : 0);
     return bytes;
 }
@@ -164,4 +165,11 @@ WString EncodeConfigValue(const WString& value)
 WString DecodeConfigValue(const WString& value)
 {
     return FromAnsiBytes(DecodeGroups(XmlUnescape(value)));
+}
+
+bool ConfigValueFitsCodePage(const WString& value, unsigned codePage)
+{
+    bool lacking = false;
+    const std::string bytes = ToAnsiBytes(value, codePage, &lacking);
+    return !lacking && (value.empty() || !bytes.empty());
 }

@@ -8,6 +8,7 @@
 
 #include "export/CXMLTextFileExportConfiguration.h"
 #include "import/ImportTxtConfiguration.h"
+#include "xml/ConfigValueCodec.h"
 
 #include <boost/make_shared.hpp>
 
@@ -20,24 +21,27 @@
 namespace tessel {
 namespace {
 
-constexpr WChar kMultiplicationSign = 0x00D7; // "×", the configuration's stand-in for a double quote
-
 std::string Quoted(const std::string& text) { return "'" + text + "'"; }
 
-// Values that the code page cannot hold would be stored as its default character.
-void RequireCodePage(const WString& value, unsigned codePage, const std::string& option)
+// What the wizard too would store, though it does not read back as given.
+void WarnOfChanges(unsigned changes, const WString& value, const std::string& option, bool strict)
 {
-    std::string bytes;
-    if (!ToCodePageBytes(value, codePage, bytes))
+    if (changes & ImportValueChange::SignReadAsQuote)
+        WarnOrRefuse(strict, option + ": the configuration reads the character '×' back as '\"'");
+    if (changes & ImportValueChange::QuoteReadAsSign)
+        WarnOrRefuse(strict, option + ": " + Quoted(ToUtf8(value)) +
+                                 " contains '\"', which the configuration reads back as '×'");
+}
+
+// A character that the code page lacks would be stored as its default character.
+void RequireCodePage(bool fits, const WString& value, unsigned codePage, const std::string& option)
+{
+    if (!fits)
         throw UsageError(option + ": " + Quoted(ToUtf8(value)) + " cannot be written in code page " +
                          std::to_string(codePage));
 }
 
-void WarnOfMultiplicationSign(const WString& value, const std::string& option, bool strict)
-{
-    if (value.find(kMultiplicationSign) != WString::npos)
-        WarnOrRefuse(strict, option + ": the configuration reads the character '×' back as '\"'");
-}
+bool FitsCodePage(unsigned changes) { return !(changes & ImportValueChange::OutsideCodePage); }
 
 // The wizard stores whatever columns it lists, so each doubtful one is a warning only.
 ImportTxtConfiguration::ColumnList Columns(const std::vector<ColumnOption>& columns, unsigned codePage, bool strict)
@@ -51,11 +55,10 @@ ImportTxtConfiguration::ColumnList Columns(const std::vector<ColumnOption>& colu
         const ColumnOption& column = columns[no];
         if (!names.insert(column.name).second)
             WarnOrRefuse(strict, "--column: " + Quoted(column.name) + " is given twice; binds reach only the first");
-        if (column.name.find('"') != std::string::npos)
-            WarnOrRefuse(strict, "--column: " + Quoted(column.name) +
-                                     " contains '\"', which the configuration reads back as '×'");
         const WString name = FromUtf8(column.name);
-        RequireCodePage(name, codePage, "--column");
+        const unsigned changes = ImportValueChanges(ImportValue::ColumnName, name, codePage);
+        WarnOfChanges(changes, name, "--column", strict);
+        RequireCodePage(FitsCodePage(changes), name, codePage, "--column");
         auto data = boost::make_shared<CColumnData>();
         data->SetNo(static_cast<int>(no));
         data->SetName(name);
@@ -77,10 +80,12 @@ WString ImportConfigDraft(const ImportConfigChoice& choice, unsigned codePage)
     const WString comments = FromUtf8(choice.comments.value_or("#"));
     if (!fixed && delimiters.empty())
         WarnOrRefuse(choice.strict, "--delimiters: no delimiter, so every line is one field");
-    WarnOfMultiplicationSign(delimiters, "--delimiters", choice.strict);
-    WarnOfMultiplicationSign(comments, "--comments", choice.strict);
-    RequireCodePage(delimiters, codePage, "--delimiters");
-    RequireCodePage(comments, codePage, "--comments");
+    const unsigned delimiterChanges = ImportValueChanges(ImportValue::Delimiters, delimiters, codePage);
+    const unsigned commentChanges = ImportValueChanges(ImportValue::Comments, comments, codePage);
+    WarnOfChanges(delimiterChanges, delimiters, "--delimiters", choice.strict);
+    WarnOfChanges(commentChanges, comments, "--comments", choice.strict);
+    RequireCodePage(FitsCodePage(delimiterChanges), delimiters, codePage, "--delimiters");
+    RequireCodePage(FitsCodePage(commentChanges), comments, codePage, "--comments");
 
     ImportTxtConfiguration configuration;
     DelimiterList delimiterList;
@@ -98,8 +103,8 @@ WString ExportConfigDraft(const ExportConfigChoice& choice, unsigned codePage)
 {
     const WString comment = FromUtf8(choice.comment.value_or("#"));
     const WString delimiter = FromUtf8(choice.delimiter.value_or("\t"));
-    RequireCodePage(comment, codePage, "--comment");
-    RequireCodePage(delimiter, codePage, "--delimiter");
+    RequireCodePage(ConfigValueFitsCodePage(comment, codePage), comment, codePage, "--comment");
+    RequireCodePage(ConfigValueFitsCodePage(delimiter, codePage), delimiter, codePage, "--delimiter");
     CXMLTextFileExportConfiguration configuration;
     configuration.SetComment(comment);
     configuration.SetDelimiter(delimiter);
