@@ -1,21 +1,19 @@
 #include "tessel/jobs/ConfigDraft.h"
 
 #include "host/Utf8.h"
-#include "refhost/FilePath.h"
+#include "platform/FileReplacement.h"
+#include "platform/Platform.h"
 #include "tessel/core/AppError.h"
 #include "tessel/jobs/CodePageText.h"
 #include "tessel/jobs/Warnings.h"
 
 #include "export/CXMLTextFileExportConfiguration.h"
 #include "import/ImportTxtConfiguration.h"
+#include "textfile/TextFile.h"
 #include "xml/ConfigValueCodec.h"
 
 #include <boost/make_shared.hpp>
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <iterator>
 #include <set>
 
 namespace tessel {
@@ -113,34 +111,34 @@ WString ExportConfigDraft(const ExportConfigChoice& choice, unsigned codePage)
     return configuration.ToXml();
 }
 
-WString DecodeConfigurationBytes(const std::string& bytes)
-{
-    WString text;
-    const auto byteAt = [&bytes](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
-    if (bytes.size() >= 2 && ((byteAt(0) == 0xFF && byteAt(1) == 0xFE) || (byteAt(0) == 0xFE && byteAt(1) == 0xFF))) {
-        const bool littleEndian = byteAt(0) == 0xFF;
-        for (std::size_t i = 2; i + 1 < bytes.size(); i += 2)
-            text.push_back(
-                static_cast<WChar>(littleEndian ? byteAt(i) | byteAt(i + 1) << 8 : byteAt(i) << 8 | byteAt(i + 1)));
-    } else {
-        const bool bom = bytes.size() >= 3 && byteAt(0) == 0xEF && byteAt(1) == 0xBB && byteAt(2) == 0xBF;
-        text = FromUtf8(std::string_view(bytes).substr(bom ? 3 : 0));
-    }
-    while (!text.empty() && (text.back() == '\n' || text.back() == '\r'))
-        text.pop_back();
-    return text;
-}
-
 WString ReadConfigurationFile(const std::string& option, const std::string& path)
 {
-    std::ifstream file(refhost::PathFromUtf8(path), std::ios::binary);
-    if (!file)
-        throw UsageError(option + ": cannot read " + Quoted(path) + ": " + std::strerror(errno));
-    const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    if (file.bad())
-        throw UsageError(option + ": cannot read " + Quoted(path) + ": " + std::strerror(errno));
-
-    const WString text = DecodeConfigurationBytes(bytes);
+    const auto unreadable = [&] {
+        return UsageError(option + ": cannot read " + Quoted(path) + ": " +
+                          ToUtf8(Platform::ErrorDescription(Platform::LastError())));
+    };
+    // Byte-order marks are the module's text layer's to decode; a file without one is UTF-8,
+    // as tessel writes configurations, so its bytes are taken raw and decoded as such.
+    TextFile file;
+    file.SetRaw(true);
+    if (file.Open(FromUtf8(path), TextFileMode::Read, TextEncoding::Detect) != TextFileResult::Ok)
+        throw unreadable();
+    const bool unmarked = file.Encoding() == TextEncoding::Ansi;
+    WString text;
+    WString line;
+    while (file.ReadLine(nullptr, line) == TextFileResult::Ok) {
+        if (unmarked) {
+            const std::string bytes(line.begin(), line.end());
+            line = FromUtf8(bytes);
+        }
+        text += line;
+        text += WTEXT('\n');
+    }
+    if (file.ReadFailed())
+        throw unreadable();
+    // Line ends after the text are not part of it.
+    while (!text.empty() && (text.back() == WTEXT('\n') || text.back() == WTEXT('\r')))
+        text.pop_back();
     if (text.empty())
         throw UsageError(option + ": " + Quoted(path) + " is empty");
     return text;

@@ -20,11 +20,10 @@ WString ImportConfigDraft(const ImportConfigChoice& choice, unsigned codePage);
 // character outside the code page.
 WString ExportConfigDraft(const ExportConfigChoice& choice, unsigned codePage);
 
-// A configuration string stored in a file: UTF-8, or UTF-16 with its byte-order mark; line
-// ends after the text are not part of it. Throws a usage AppError naming the option when the
-// file cannot be read.
+// A configuration string stored in a file, read through the module's TextFile: UTF-16 or
+// UTF-8 by its byte-order mark, UTF-8 without one; lines are joined by line feeds, and line
+// ends after the text are not part of it. Throws a usage AppError naming the option and the
+// file when the file cannot be read or holds no text.
 WString ReadConfigurationFile(const std::string& option, const std::string& path);
-// The configuration string held by a file's bytes, by the rules above ("" when none).
-WString DecodeConfigurationBytes(const std::string& bytes);
 
 } // namespace tessel
