@@ -17,7 +17,7 @@ set(CMAKE_MODULE_LINKER_FLAGS_INIT -static)
 # /usr/include as a whole would put glibc's headers before the Windows ones.
 set(tessel_host_headers ${CMAKE_BINARY_DIR}/host-headers)
 file(MAKE_DIRECTORY ${tessel_host_headers}/include)
-foreach(folder boost fast_float CLI nlohmann flatbuffers)
+foreach(folder boost fast_float CLI nlohmann flatbuffers utf8cpp)
   if(EXISTS /usr/include/${folder} AND NOT EXISTS ${tessel_host_headers}/include/${folder})
     file(CREATE_LINK /usr/include/${folder} ${tessel_host_headers}/include/${folder} SYMBOLIC)
   endif()

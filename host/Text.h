@@ -1,7 +1,7 @@
 #pragma once
 // The module's text types. The CAD host and its GIS framework work in UTF-16 code units;
-// so does every part of this module. Conversion to UTF-8 happens only at the reference
-// host's edges (terminal, JSON), never inside the module.
+// so does every part of this module. UTF-8 is met only at the edges (file names on POSIX
+// systems, the reference host's terminal and formats), through host/Utf8.h.
 
 #include <string>
 

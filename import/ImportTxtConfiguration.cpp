@@ -85,6 +85,20 @@ WString WriteColumn(const CColumnData& column)
 
 } // namespace
 
+unsigned ImportValueChanges(ImportValue value, const WString& text, unsigned codePage)
+{
+    WString stored = text;
+    QuotesToStandIn(stored);
+    unsigned changes = ConfigValueFitsCodePage(stored, codePage) ? 0 : ImportValueChange::OutsideCodePage;
+    if (value == ImportValue::ColumnName) {
+        if (text.find(WTEXT('"')) != WString::npos)
+            changes |= ImportValueChange::QuoteReadAsSign;
+    } else if (text.find(kQuoteStandIn) != WString::npos) {
+        changes |= ImportValueChange::SignReadAsQuote;
+    }
+    return changes;
+}
+
 void ImportTxtConfiguration::Clear()
 {
     txtFile_.clear();

@@ -16,6 +16,21 @@
 
 #include <vector>
 
+// The values that the configuration string stores as encoded text.
+enum class ImportValue { FilePath, Delimiters, Comments, ColumnName };
+
+// What storing does to a value, as bits; none set: it reads back exactly as it was written.
+namespace ImportValueChange {
+constexpr unsigned OutsideCodePage = 1; // a character the code page lacks becomes its default character
+constexpr unsigned SignReadAsQuote = 2; // "×" reads back as a double quote (all but column names)
+constexpr unsigned QuoteReadAsSign = 4; // a double quote reads back as "×" (column names)
+} // namespace ImportValueChange
+
+// The one answer to which characters a value of the import configuration can hold, for
+// every side that composes one: the ImportValueChange bits of text stored as that value in
+// the code page (0: the system's ANSI code page, in which the engines write it).
+unsigned ImportValueChanges(ImportValue value, const WString& text, unsigned codePage = 0);
+
 class ImportTxtConfiguration {
 public:
     using ColumnList = std::vector<boost::shared_ptr<CColumnData>>;

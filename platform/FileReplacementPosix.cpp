@@ -3,6 +3,7 @@
 // survives a crash too.
 
 #include "platform/FileReplacement.h"
+#include "host/Utf8.h"
 #include "platform/ErrorRecord.h"
 #include "platform/Platform.h"
 #include "platform/PlatformFaults.h"
@@ -58,19 +59,6 @@ std::string FreshNameBeside(const std::string& target)
     return folder + "." + base + "." + std::to_string(stamp % 1000000) + "-" + std::to_string(counter++) + ".part";
 }
 
-WString Widen(const std::string& utf8)
-{
-    constexpr unsigned kUtf8 = 65001;
-    const int count = static_cast<int>(utf8.size());
-    if (count == 0)
-        return WString();
-    const int needed = Platform::MultiByteToWide(kUtf8, utf8.data(), count, nullptr, 0);
-    WString out(static_cast<std::size_t>(needed > 0 ? needed : 0), WChar(0));
-    if (needed > 0)
-        Platform::MultiByteToWide(kUtf8, utf8.data(), count, out.data(), needed);
-    return out;
-}
-
 bool SyncFolderOf(const std::string& name)
 {
     const int folder = ::open(FolderOf(name).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -124,7 +112,7 @@ bool CreateFileBeside(const WChar* target, WString* created)
             ::fchmod(fd, existing.st_mode & 07777);
         }
         ::close(fd);
-        *created = Widen(name);
+        *created = FromUtf8(name);
         return true;
     }
     return Fail(EEXIST);
@@ -171,7 +159,7 @@ WString ErrorDescription(int error)
     char buffer[256] = {};
     // The GNU strerror_r returns its text, which may not be the buffer.
     const char* text = ::strerror_r(error, buffer, sizeof buffer);
-    return Widen(text ? text : "");
+    return FromUtf8(text ? text : "");
 }
 
 } // namespace Platform

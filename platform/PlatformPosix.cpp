@@ -2,6 +2,7 @@
 // POSIX has no mandatory share modes, so "nobody else may write" is not enforced here.
 
 #include "platform/Platform.h"
+#include "host/Utf8.h"
 #include "platform/ErrorRecord.h"
 #include "platform/PlatformFaults.h"
 #include "platform/PosixPath.h"
@@ -39,16 +40,7 @@ Platform::FileHandle FailOpen(int error)
 
 namespace Platform::Posix {
 
-std::string PathToUtf8(const WChar* path)
-{
-    constexpr unsigned kUtf8 = 65001;
-    const int needed = WideToMultiByte(kUtf8, path, -1, nullptr, 0, nullptr, nullptr);
-    std::string out(needed > 0 ? static_cast<std::size_t>(needed) : 1, '\0');
-    if (needed > 0)
-        WideToMultiByte(kUtf8, path, -1, out.data(), needed, nullptr, nullptr);
-    out.pop_back(); // the terminating NUL
-    return out;
-}
+std::string PathToUtf8(const WChar* path) { return ToUtf8(path); }
 
 } // namespace Platform::Posix
 

@@ -3,9 +3,9 @@
 
 #include "refhost/DynamicLibrary.h"
 
+#include "host/Utf8.h"
 #include "platform/Windows.h"
 #include "refhost/FilePath.h"
-#include "refhost/Utf8.h"
 
 #include <filesystem>
 

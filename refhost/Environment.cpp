@@ -1,5 +1,6 @@
 #include "refhost/Environment.h"
 
+#include "host/Utf8.h"
 #include "refhost/FilePath.h"
 
 #include <atomic>

@@ -4,7 +4,7 @@
 #include "refhost/Environment.h"
 
 #include "platform/Windows.h"
-#include "refhost/Utf8.h"
+#include "host/Utf8.h"
 
 #include <shellapi.h>
 

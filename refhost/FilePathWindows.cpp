@@ -2,7 +2,7 @@
 
 #include "refhost/FilePath.h"
 
-#include "refhost/Utf8.h"
+#include "host/Utf8.h"
 
 namespace refhost {
 

@@ -6,6 +6,7 @@ set -euo pipefail
 packages=(
   cmake ninja-build g++ pkg-config
   libboost-dev                       # boost::shared_ptr in the host's interfaces
+  libutfcpp-dev                      # the one standard UTF-8 codec (UTF8-CPP, headers only)
   libgtest-dev libgmock-dev          # tests
   libcli11-dev nlohmann-json3-dev libfast-float-dev libflatbuffers-dev   # the reference host application (FlatBuffers: its FlatGeobuf writer)
   libgdal-dev gdal-bin libsqlite3-dev   # tessel's GIS formats and coordinate systems (SQLite for the GeoPackage index); ogr2ogr for its benchmark

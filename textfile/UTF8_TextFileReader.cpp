@@ -43,6 +43,8 @@ std::size_t PutCode(char32_t code, WChar* out)
     return 2;
 }
 
+// Not the shared codec (host/Utf8.h) on purpose: files are read as they always were, quirks
+// and all, where the shared codec would replace each bad byte by U+FFFD.
 // Decodes bytes[0, length) into line. The text ends at the first NUL byte (a sequence that
 // runs into it is cut short there), or where a form decodes to U+0000. A form of n bytes
 // gives at most n units, so length units are room enough for all but a cut sequence, which

@@ -9,6 +9,8 @@ constexpr std::uint32_t kReplacement = 0xFFFD;
 
 } // namespace
 
+// Not the shared codec (host/Utf8.h) on purpose: files are written as they always were, with
+// U+FFFF in four bytes and a lone low surrogate encoded as it stands.
 int UTF8_TextFileWriter::PutCode(std::uint32_t code)
 {
     unsigned char bytes[4];

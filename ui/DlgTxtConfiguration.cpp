@@ -66,6 +66,33 @@ wxString EncodingText(const PreviewEncoding& found)
     }
 }
 
+// A field that the configuration would not give back as shown: the pale red of the preview's
+// marked cells, and a tooltip saying why.
+wxColour MarkedBackground() { return wxColour(255, 205, 205); }
+
+wxString StoredChangeNote(unsigned changes)
+{
+    wxString note;
+    const auto add = [&note](const char* utf8) { note += (note.empty() ? "" : "\n") + wxString::FromUTF8(utf8); };
+    if (changes & ImportValueChange::OutsideCodePage)
+        add("A character is missing from the code page: the configuration stores its default character.");
+    if (changes & ImportValueChange::SignReadAsQuote)
+        add("The configuration reads \xC3\x97 back as \".");
+    if (changes & ImportValueChange::QuoteReadAsSign)
+        add("The configuration reads \" back as \xC3\x97.");
+    return note;
+}
+
+void MarkStoredChanges(wxWindow* control, unsigned changes)
+{
+    control->SetBackgroundColour(changes ? MarkedBackground() : wxNullColour);
+    if (changes)
+        control->SetToolTip(StoredChangeNote(changes));
+    else
+        control->UnsetToolTip();
+    control->Refresh();
+}
+
 bool ToolkitFileChooser(wxWindow* parent, const WString& filter, WString& path)
 {
     // The toolkit wants the filter without the trailing empty pair of the host's form.
@@ -222,7 +249,10 @@ void CDlgTxtConfiguration::BindControls()
     wxWindow* window = Window();
     window->FindWindow(kBrowse)->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { ChooseFile(); });
     window->FindWindow(IDOK)->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnOK(); });
-    path_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { model_.filePath = FromWxString(path_->GetValue()); });
+    path_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) {
+        model_.filePath = FromWxString(path_->GetValue());
+        ShowStoredChanges();
+    });
     for (wxRadioButton* radio : {delimited_, fixedWidth_}) {
         radio->Bind(wxEVT_RADIOBUTTON, [this](wxCommandEvent&) {
             model_.SetMode(fixedWidth_->GetValue() ? ImportConfigurationModel::ModeFixedWidth
@@ -275,6 +305,32 @@ void CDlgTxtConfiguration::ShowFields()
     otherDelimiters_->ChangeValue(ToWxString(model_.otherDelimiters));
     comments_->ChangeValue(ToWxString(model_.comments));
     (model_.mode == ImportConfigurationModel::ModeFixedWidth ? fixedWidth_ : delimited_)->SetValue(true);
+    ShowStoredChanges();
+}
+
+void CDlgTxtConfiguration::ShowStoredChanges()
+{
+    MarkStoredChanges(path_, model_.StoredChanges(ImportValue::FilePath));
+    MarkStoredChanges(otherDelimiters_, model_.StoredChanges(ImportValue::Delimiters));
+    MarkStoredChanges(comments_, model_.StoredChanges(ImportValue::Comments));
+}
+
+// The names are marked in their cells; the list's tooltip says why, column by column.
+void CDlgTxtConfiguration::ShowNameChanges()
+{
+    wxString notes;
+    for (std::size_t i = 0; i < model_.columns.size(); ++i) {
+        const unsigned changes = model_.StoredChanges(ImportValue::ColumnName, i);
+        columns_->SetCellBackgroundColour(static_cast<int>(i), kNameColumn,
+                                          changes ? MarkedBackground() : columns_->GetDefaultCellBackgroundColour());
+        if (changes)
+            notes += (notes.empty() ? "" : "\n") + ToWxString(model_.columns[i].label) + ": " + StoredChangeNote(changes);
+    }
+    if (notes.empty())
+        columns_->GetGridWindow()->UnsetToolTip();
+    else
+        columns_->GetGridWindow()->SetToolTip(notes);
+    columns_->ForceRefresh();
 }
 
 void CDlgTxtConfiguration::ShowMode()
@@ -347,6 +403,7 @@ void CDlgTxtConfiguration::ShowColumns()
         columns_->SetChoice(r, kTypeColumn, row.type);
         columns_->SetCheck(r, kOnColumn, row.on);
     }
+    ShowNameChanges();
     columns_->Thaw();
 }
 
@@ -365,6 +422,7 @@ void CDlgTxtConfiguration::TakeDelimiters()
     model_.otherDelimiters = FromWxString(otherDelimiters_->GetValue());
     model_.comments = FromWxString(comments_->GetValue());
     model_.DelimitersChanged();
+    ShowStoredChanges();
     ShowPreview();
 }
 
@@ -378,6 +436,7 @@ void CDlgTxtConfiguration::ChooseFile()
         return;
     path_->ChangeValue(ToWxString(chosen));
     model_.ChooseFile(chosen);
+    ShowStoredChanges();
     ShowPreview();
 }
 
@@ -442,7 +501,10 @@ void CDlgTxtConfiguration::OnColumnChanged(int row, int column)
         return;
     ColumnListRow& entry = model_.columns[static_cast<std::size_t>(row)];
     switch (column) {
-    case kNameColumn: entry.name = FromWxString(columns_->Text(row, column)); break;
+    case kNameColumn:
+        entry.name = FromWxString(columns_->Text(row, column));
+        ShowNameChanges();
+        break;
     case kTypeColumn: entry.type = columns_->Choice(row, column); break;
     case kOnColumn: entry.on = columns_->Checked(row, column); break;
     default: return;

@@ -52,6 +52,9 @@ private:
     wxSizer* CreateColumnRow(wxWindow* window);
     void BindControls();
     void ShowFields();
+    // Marks the fields that the configuration would not give back as shown.
+    void ShowStoredChanges();
+    void ShowNameChanges();
     void ShowMode();
     void ShowPreview();
     int PreviewColumnWidth(const ImportPreview& preview, std::size_t column) const;

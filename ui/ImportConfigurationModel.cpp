@@ -205,6 +205,17 @@ bool ImportConfigurationModel::CellConverts(std::size_t row, std::size_t column)
     return column >= fields.size() || FieldConverts(fields[column], columns[column].type);
 }
 
+unsigned ImportConfigurationModel::StoredChanges(ImportValue value, std::size_t column) const
+{
+    switch (value) {
+    case ImportValue::FilePath: return ImportValueChanges(value, filePath);
+    case ImportValue::Delimiters: return other ? ImportValueChanges(value, otherDelimiters) : 0;
+    case ImportValue::Comments: return ImportValueChanges(value, comments);
+    case ImportValue::ColumnName: return column < columns.size() ? ImportValueChanges(value, columns[column].name) : 0;
+    }
+    return 0;
+}
+
 void ImportConfigurationModel::Confirm()
 {
     configuration_.SetTxtFile(filePath);

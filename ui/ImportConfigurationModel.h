@@ -74,8 +74,13 @@ public:
     // True when the cell's text converts to its column's chosen type.
     bool CellConverts(std::size_t row, std::size_t column) const;
 
+    // What the configuration would make of a field (ImportValueChange bits; 0: it reads back
+    // as shown): the file path, the other delimiters while they are ticked, the comment
+    // characters, or the name of the column at that index. For the view to mark the field.
+    unsigned StoredChanges(ImportValue value, std::size_t column = 0) const;
+
     // OK: composes the configuration from the fields and stores it in the definition. No
-    // field is checked.
+    // field is checked: what StoredChanges tells is stored all the same.
     void Confirm();
 
     // The fields of the wizard's controls, which the preview reads as they stand.

@@ -9,14 +9,15 @@ namespace {
 
 constexpr unsigned kAnsiCodePage = 0;
 
-std::string ToAnsiBytes(const WString& text)
+// The text's bytes in the code page; *lacking is set when a character has no form there.
+std::string ToAnsiBytes(const WString& text, unsigned codePage = kAnsiCodePage, bool* lacking = nullptr)
 {
     if (text.empty())
         return std::string();
     // Room for the widest code page the platform may be set to (UTF-8: 3 bytes a unit).
     std::string bytes(text.size() * 4 + 4, '\0');
-    const int written = Platform::WideToMultiByte(kAnsiCodePage, text.data(), static_cast<int>(text.size()),
-                                                  &bytes[0], static_cast<int>(bytes.size()), nullptr, nullptr);
+    const int written = Platform::WideToMultiByte(codePage, text.data(), static_cast<int>(text.size()), &bytes[0],
+                                                  static_cast<int>(bytes.size()), nullptr, lacking);
     bytes.resize(written > 0 ? static_cast<std::size_t>(written) : 0);
     return bytes;
 }
@@ -149,7 +150,9 @@ WString EncodeConfigValue(const WString& value)
         } else if (byte < 0x80) {
             out += static_cast<WChar>(byte);
         } else {
-            // Deliberately widened as a signed byte: the unit 0xFF00 + b, in UTF-8.
+            // Deliberately widened as a signed byte: the unit 0xFF00 + b in UTF-8's three-byte
+            // form. Not the shared codec (host/Utf8.h): the groups are the stored form of one
+            // byte, which DecodeConfigValue reads back by arithmetic of its own.
             const unsigned unit = 0xFF00u | byte;
             AppendGroup(out, 0xE0 | (unit >> 12));
             AppendGroup(out, 0x80 | ((unit >> 6) & 0x3F));
@@ -162,4 +165,11 @@ WString EncodeConfigValue(const WString& value)
 WString DecodeConfigValue(const WString& value)
 {
     return FromAnsiBytes(DecodeGroups(XmlUnescape(value)));
+}
+
+bool ConfigValueFitsCodePage(const WString& value, unsigned codePage)
+{
+    bool lacking = false;
+    const std::string bytes = ToAnsiBytes(value, codePage, &lacking);
+    return !lacking && (value.empty() || !bytes.empty());
 }

@@ -22,3 +22,8 @@ WString EncodeConfigValue(const WString& value);
 // followed by well-formed groups is an ordinary '=' byte. The bytes are converted back from
 // the ANSI code page.
 WString DecodeConfigValue(const WString& value);
+
+// True when the codec gives the value back: every character has a form in the code page (0:
+// the system's ANSI code page, the one EncodeConfigValue writes in). A character the code
+// page lacks is stored as its default character.
+bool ConfigValueFitsCodePage(const WString& value, unsigned codePage = 0);

@@ -6,7 +6,7 @@
 
 #include "bench/common/BenchClocks.h"
 #include "host/ImpexDefinitions.h"
-#include "refhost/Utf8.h"
+#include "host/Utf8.h"
 #include "ui/ImportConfigurationModel.h"
 
 #include <algorithm>
@@ -79,7 +79,7 @@ int main(int argc, char** argv)
 
     VeltoGis::ImportExport::CImportDefinition definition;
     ImportConfigurationModel model(definition, false);
-    const WString file = refhost::FromUtf8(path);
+    const WString file = FromUtf8(path);
     Print("open", Timed([&] { model.Open(file.c_str()); }), model);
     if (model.Preview().LineCount() == 0) {
         std::fprintf(stderr, "bench-import-preview: %s: nothing to preview\n", path.c_str());

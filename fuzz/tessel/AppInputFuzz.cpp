@@ -3,7 +3,6 @@
 
 #include "tessel/core/AppError.h"
 #include "tessel/core/OptionSyntax.h"
-#include "tessel/jobs/ConfigDraft.h"
 #include "tessel/text/ExportInput.h"
 
 #include <cstddef>
@@ -52,7 +51,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
         break;
     }
-    case 2: tessel::DecodeConfigurationBytes(text); break;
     default: ParseOptionValues(text); break;
     }
     return 0;

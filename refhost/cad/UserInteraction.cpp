@@ -1,6 +1,6 @@
 #include "host/CadPlatform.h"
+#include "host/Utf8.h"
 #include "refhost/FilePath.h"
-#include "refhost/Utf8.h"
 #include "refhost/cad/ShimState.h"
 #include "refhost/dialogs/DialogState.h"
 
@@ -90,12 +90,12 @@ bool NextAnswer(const WString& prompt, WString& answer)
     }
     if (!state.terminalPrompts || isatty(STDIN_FILENO) != 1)
         return false;
-    std::fputs(refhost::ToUtf8(prompt).c_str(), stderr);
+    std::fputs(ToUtf8(prompt).c_str(), stderr);
     std::fflush(stderr);
     std::string line;
     if (!std::getline(std::cin, line))
         return false;
-    answer = refhost::FromUtf8(line);
+    answer = FromUtf8(line);
     return true;
 }
 
@@ -106,7 +106,7 @@ int acedAlert(const WChar* message)
     const WString text = message ? message : WTEXT("");
     State().alerts.push_back(text);
     CadShim::ShowAlertBox(text);
-    const std::string line = "alert: " + refhost::ToUtf8(text) + "\n";
+    const std::string line = "alert: " + ToUtf8(text) + "\n";
     std::fwrite(line.data(), 1, line.size(), stderr);
     return RTNORM;
 }
@@ -126,7 +126,7 @@ int acedFindFile(const WChar* name, WChar* result, int resultLength)
             continue;
         std::error_code error;
         const std::filesystem::path full = std::filesystem::canonical(candidate, error);
-        const WString path = refhost::FromUtf8(refhost::PathToUtf8(error ? candidate : full));
+        const WString path = FromUtf8(refhost::PathToUtf8(error ? candidate : full));
         return CopyOut(path, result, resultLength);
     }
     return RTERROR;

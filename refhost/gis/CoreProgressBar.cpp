@@ -1,6 +1,6 @@
 #include "host/GisUtility.h"
+#include "host/Utf8.h"
 #include "refhost/ProgressBarRecording.h"
-#include "refhost/Utf8.h"
 
 #include <unistd.h>
 
@@ -38,7 +38,7 @@ std::string RenderLine(const WString& text, int lower, int upper, int position)
     std::size_t units = std::min(text.size(), kMaxTextUnits);
     if (units > 0 && units < text.size() && text[units - 1] >= 0xD800 && text[units - 1] <= 0xDBFF)
         --units; // never cut a surrogate pair
-    std::string line = "\r" + refhost::ToUtf8(text.data(), units) + " [";
+    std::string line = "\r" + ToUtf8(text.data(), units) + " [";
     line.append(static_cast<std::size_t>(filled), '#');
     line.append(static_cast<std::size_t>(kBarWidth - filled), '.');
     char numbers[64];

@@ -1,6 +1,6 @@
 #include "host/GisUtility.h"
+#include "host/Utf8.h"
 #include "refhost/FilePath.h"
-#include "refhost/Utf8.h"
 
 #include <fast_float/fast_float.h>
 

@@ -1,7 +1,7 @@
 #include "refhost/testing/JobBuilders.h"
 
+#include "host/Utf8.h"
 #include "refhost/HostSide.h"
-#include "refhost/Utf8.h"
 
 #include <boost/make_shared.hpp>
 

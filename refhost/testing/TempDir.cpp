@@ -1,8 +1,8 @@
 #include "refhost/testing/TempDir.h"
 
+#include "host/Utf8.h"
 #include "refhost/Environment.h"
 #include "refhost/FilePath.h"
-#include "refhost/Utf8.h"
 
 #include <filesystem>
 #include <fstream>

@@ -2,7 +2,7 @@
 // Test text is written in UTF-8 source; the module works in UTF-16.
 
 #include "host/Text.h"
-#include "refhost/Utf8.h"
+#include "host/Utf8.h"
 
 #include <string>
 #include <string_view>

@@ -2,8 +2,8 @@
 
 #include "tessel/gis/FlatGeobufFeature.h"
 
+#include "host/Utf8.h"
 #include "refhost/HostSide.h"
-#include "refhost/Utf8.h"
 #include "tessel/core/AppError.h"
 
 #include <cmath>
@@ -161,8 +161,8 @@ void FlatGeobufRecords::Pack(const CDataBox& value, FieldType type, double x, do
     }
     const bool text = refhost::KindOf(value) == CDataBox::Kind::Text;
     const std::basic_string_view<WChar> units = refhost::TextViewOf(value);
-    const std::string number = text ? std::string() : refhost::ToUtf8(static_cast<WString>(value));
-    const std::size_t length = text ? refhost::Utf8Length(units.data(), units.size()) : number.size();
+    const std::string number = text ? std::string() : ToUtf8(static_cast<WString>(value));
+    const std::size_t length = text ? Utf8Length(units.data(), units.size()) : number.size();
     if (length > std::numeric_limits<std::uint32_t>::max())
         throw JobError("FlatGeobuf holds no text of more than 4 GB");
     if (length <= std::numeric_limits<std::uint8_t>::max()) {
@@ -173,7 +173,7 @@ void FlatGeobufRecords::Pack(const CDataBox& value, FieldType type, double x, do
         Append(packed_, static_cast<std::uint32_t>(length));
     }
     if (text)
-        refhost::AppendUtf8(packed_, units.data(), units.size());
+        AppendUtf8(packed_, units.data(), units.size());
     else
         packed_ += number; // a number in a text column
     encodedBytes += kColumnBytes + sizeof(std::uint32_t) + length;

@@ -1,6 +1,6 @@
 #include "tessel/gis/GdalInput.h"
 
-#include "refhost/Utf8.h"
+#include "host/Utf8.h"
 #include "tessel/core/AppError.h"
 #include "tessel/gis/GdalErrors.h"
 
@@ -61,7 +61,7 @@ CDataBox FieldValue(OGRFeature& feature, int index)
         value.SetValue(feature.GetFieldAsDouble(index));
         break;
     default:
-        value.SetValue(refhost::FromUtf8(feature.GetFieldAsString(index)).c_str());
+        value.SetValue(FromUtf8(feature.GetFieldAsString(index)).c_str());
         break;
     }
     return value;

@@ -1,7 +1,7 @@
 #include "tessel/gis/GdalOutput.h"
 
+#include "host/Utf8.h"
 #include "refhost/HostSide.h"
-#include "refhost/Utf8.h"
 #include "tessel/core/AppError.h"
 #include "tessel/gis/CoordinateSystem.h"
 #include "tessel/gis/GdalErrors.h"
@@ -162,7 +162,7 @@ private:
             return;
         case FieldType::Text: break;
         }
-        feature_->SetField(index, refhost::ToUtf8(static_cast<WString>(*value)).c_str());
+        feature_->SetField(index, ToUtf8(static_cast<WString>(*value)).c_str());
     }
 
     GDALDataset& dataset_;

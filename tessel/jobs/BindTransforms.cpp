@@ -1,8 +1,8 @@
 #include "tessel/jobs/BindTransforms.h"
 
 #include "host/GisUtility.h"
+#include "host/Utf8.h"
 #include "refhost/HostSide.h"
-#include "refhost/Utf8.h"
 #include "tessel/core/AppError.h"
 #include "tessel/system/CaseMapping.h"
 
@@ -125,7 +125,7 @@ void ApplyTransforms(const std::vector<TransformOption>& choices,
 {
     for (const TransformOption& choice : choices) {
         const Transform transform = FindTransform(choice.transform);
-        const WString target = refhost::FromUtf8(choice.target);
+        const WString target = FromUtf8(choice.target);
         int applied = 0;
         for (const auto& collection : collections) {
             if (!collection)

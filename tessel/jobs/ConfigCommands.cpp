@@ -1,9 +1,9 @@
 // "config", "describe" and "configure": configuration strings and what the engines make of
 // them, with the engines doing all reading and writing of the configuration form.
 
+#include "host/Utf8.h"
 #include "refhost/CadShimDialogs.h"
 #include "refhost/HostSide.h"
-#include "refhost/Utf8.h"
 #include "tessel/core/AppError.h"
 #include "tessel/jobs/CodePageText.h"
 #include "tessel/jobs/Commands.h"
@@ -18,8 +18,6 @@ namespace tessel {
 namespace {
 
 using namespace VeltoGis::ImportExport;
-using refhost::FromUtf8;
-using refhost::ToUtf8;
 
 const char* TypeName(int type)
 {

@@ -1,43 +1,45 @@
 #include "tessel/jobs/ConfigDraft.h"
 
-#include "refhost/FilePath.h"
-#include "refhost/Utf8.h"
+#include "host/Utf8.h"
+#include "platform/FileReplacement.h"
+#include "platform/Platform.h"
 #include "tessel/core/AppError.h"
 #include "tessel/jobs/CodePageText.h"
 #include "tessel/jobs/Warnings.h"
 
 #include "export/CXMLTextFileExportConfiguration.h"
 #include "import/ImportTxtConfiguration.h"
+#include "textfile/TextFile.h"
+#include "xml/ConfigValueCodec.h"
 
 #include <boost/make_shared.hpp>
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <iterator>
 #include <set>
 
 namespace tessel {
 namespace {
 
-constexpr WChar kMultiplicationSign = 0x00D7; // "×", the configuration's stand-in for a double quote
-
 std::string Quoted(const std::string& text) { return "'" + text + "'"; }
 
-// Values that the code page cannot hold would be stored as its default character.
-void RequireCodePage(const WString& value, unsigned codePage, const std::string& option)
+// What the wizard too would store, though it does not read back as given.
+void WarnOfChanges(unsigned changes, const WString& value, const std::string& option, bool strict)
 {
-    std::string bytes;
-    if (!ToCodePageBytes(value, codePage, bytes))
-        throw UsageError(option + ": " + Quoted(refhost::ToUtf8(value)) + " cannot be written in code page " +
+    if (changes & ImportValueChange::SignReadAsQuote)
+        WarnOrRefuse(strict, option + ": the configuration reads the character '×' back as '\"'");
+    if (changes & ImportValueChange::QuoteReadAsSign)
+        WarnOrRefuse(strict, option + ": " + Quoted(ToUtf8(value)) +
+                                 " contains '\"', which the configuration reads back as '×'");
+}
+
+// A character that the code page lacks would be stored as its default character.
+void RequireCodePage(bool fits, const WString& value, unsigned codePage, const std::string& option)
+{
+    if (!fits)
+        throw UsageError(option + ": " + Quoted(ToUtf8(value)) + " cannot be written in code page " +
                          std::to_string(codePage));
 }
 
-void WarnOfMultiplicationSign(const WString& value, const std::string& option, bool strict)
-{
-    if (value.find(kMultiplicationSign) != WString::npos)
-        WarnOrRefuse(strict, option + ": the configuration reads the character '×' back as '\"'");
-}
+bool FitsCodePage(unsigned changes) { return !(changes & ImportValueChange::OutsideCodePage); }
 
 // The wizard stores whatever columns it lists, so each doubtful one is a warning only.
 ImportTxtConfiguration::ColumnList Columns(const std::vector<ColumnOption>& columns, unsigned codePage, bool strict)
@@ -51,11 +53,10 @@ ImportTxtConfiguration::ColumnList Columns(const std::vector<ColumnOption>& colu
         const ColumnOption& column = columns[no];
         if (!names.insert(column.name).second)
             WarnOrRefuse(strict, "--column: " + Quoted(column.name) + " is given twice; binds reach only the first");
-        if (column.name.find('"') != std::string::npos)
-            WarnOrRefuse(strict, "--column: " + Quoted(column.name) +
-                                     " contains '\"', which the configuration reads back as '×'");
-        const WString name = refhost::FromUtf8(column.name);
-        RequireCodePage(name, codePage, "--column");
+        const WString name = FromUtf8(column.name);
+        const unsigned changes = ImportValueChanges(ImportValue::ColumnName, name, codePage);
+        WarnOfChanges(changes, name, "--column", strict);
+        RequireCodePage(FitsCodePage(changes), name, codePage, "--column");
         auto data = boost::make_shared<CColumnData>();
         data->SetNo(static_cast<int>(no));
         data->SetName(name);
@@ -73,14 +74,16 @@ WString ImportConfigDraft(const ImportConfigChoice& choice, unsigned codePage)
     // Fixed positions and delimiters may come together, as the wizard stores both: the
     // positions decide, and the delimiters wait for the delimited mode.
     const bool fixed = !choice.fixedPositions.empty();
-    const WString delimiters = refhost::FromUtf8(choice.delimiters.value_or(fixed ? "" : " "));
-    const WString comments = refhost::FromUtf8(choice.comments.value_or("#"));
+    const WString delimiters = FromUtf8(choice.delimiters.value_or(fixed ? "" : " "));
+    const WString comments = FromUtf8(choice.comments.value_or("#"));
     if (!fixed && delimiters.empty())
         WarnOrRefuse(choice.strict, "--delimiters: no delimiter, so every line is one field");
-    WarnOfMultiplicationSign(delimiters, "--delimiters", choice.strict);
-    WarnOfMultiplicationSign(comments, "--comments", choice.strict);
-    RequireCodePage(delimiters, codePage, "--delimiters");
-    RequireCodePage(comments, codePage, "--comments");
+    const unsigned delimiterChanges = ImportValueChanges(ImportValue::Delimiters, delimiters, codePage);
+    const unsigned commentChanges = ImportValueChanges(ImportValue::Comments, comments, codePage);
+    WarnOfChanges(delimiterChanges, delimiters, "--delimiters", choice.strict);
+    WarnOfChanges(commentChanges, comments, "--comments", choice.strict);
+    RequireCodePage(FitsCodePage(delimiterChanges), delimiters, codePage, "--delimiters");
+    RequireCodePage(FitsCodePage(commentChanges), comments, codePage, "--comments");
 
     ImportTxtConfiguration configuration;
     DelimiterList delimiterList;
@@ -96,10 +99,10 @@ WString ImportConfigDraft(const ImportConfigChoice& choice, unsigned codePage)
 
 WString ExportConfigDraft(const ExportConfigChoice& choice, unsigned codePage)
 {
-    const WString comment = refhost::FromUtf8(choice.comment.value_or("#"));
-    const WString delimiter = refhost::FromUtf8(choice.delimiter.value_or("\t"));
-    RequireCodePage(comment, codePage, "--comment");
-    RequireCodePage(delimiter, codePage, "--delimiter");
+    const WString comment = FromUtf8(choice.comment.value_or("#"));
+    const WString delimiter = FromUtf8(choice.delimiter.value_or("\t"));
+    RequireCodePage(ConfigValueFitsCodePage(comment, codePage), comment, codePage, "--comment");
+    RequireCodePage(ConfigValueFitsCodePage(delimiter, codePage), delimiter, codePage, "--delimiter");
     CXMLTextFileExportConfiguration configuration;
     configuration.SetComment(comment);
     configuration.SetDelimiter(delimiter);
@@ -108,34 +111,34 @@ WString ExportConfigDraft(const ExportConfigChoice& choice, unsigned codePage)
     return configuration.ToXml();
 }
 
-WString DecodeConfigurationBytes(const std::string& bytes)
-{
-    WString text;
-    const auto byteAt = [&bytes](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
-    if (bytes.size() >= 2 && ((byteAt(0) == 0xFF && byteAt(1) == 0xFE) || (byteAt(0) == 0xFE && byteAt(1) == 0xFF))) {
-        const bool littleEndian = byteAt(0) == 0xFF;
-        for (std::size_t i = 2; i + 1 < bytes.size(); i += 2)
-            text.push_back(
-                static_cast<WChar>(littleEndian ? byteAt(i) | byteAt(i + 1) << 8 : byteAt(i) << 8 | byteAt(i + 1)));
-    } else {
-        const bool bom = bytes.size() >= 3 && byteAt(0) == 0xEF && byteAt(1) == 0xBB && byteAt(2) == 0xBF;
-        text = refhost::FromUtf8(std::string_view(bytes).substr(bom ? 3 : 0));
-    }
-    while (!text.empty() && (text.back() == '\n' || text.back() == '\r'))
-        text.pop_back();
-    return text;
-}
-
 WString ReadConfigurationFile(const std::string& option, const std::string& path)
 {
-    std::ifstream file(refhost::PathFromUtf8(path), std::ios::binary);
-    if (!file)
-        throw UsageError(option + ": cannot read " + Quoted(path) + ": " + std::strerror(errno));
-    const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    if (file.bad())
-        throw UsageError(option + ": cannot read " + Quoted(path) + ": " + std::strerror(errno));
-
-    const WString text = DecodeConfigurationBytes(bytes);
+    const auto unreadable = [&] {
+        return UsageError(option + ": cannot read " + Quoted(path) + ": " +
+                          ToUtf8(Platform::ErrorDescription(Platform::LastError())));
+    };
+    // Byte-order marks are the module's text layer's to decode; a file without one is UTF-8,
+    // as tessel writes configurations, so its bytes are taken raw and decoded as such.
+    TextFile file;
+    file.SetRaw(true);
+    if (file.Open(FromUtf8(path), TextFileMode::Read, TextEncoding::Detect) != TextFileResult::Ok)
+        throw unreadable();
+    const bool unmarked = file.Encoding() == TextEncoding::Ansi;
+    WString text;
+    WString line;
+    while (file.ReadLine(nullptr, line) == TextFileResult::Ok) {
+        if (unmarked) {
+            const std::string bytes(line.begin(), line.end());
+            line = FromUtf8(bytes);
+        }
+        text += line;
+        text += WTEXT('\n');
+    }
+    if (file.ReadFailed())
+        throw unreadable();
+    // Line ends after the text are not part of it.
+    while (!text.empty() && (text.back() == WTEXT('\n') || text.back() == WTEXT('\r')))
+        text.pop_back();
     if (text.empty())
         throw UsageError(option + ": " + Quoted(path) + " is empty");
     return text;

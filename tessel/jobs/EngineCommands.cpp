@@ -1,7 +1,7 @@
 // "engines" and "targets": what the registered engines say of themselves and of a job.
 
+#include "host/Utf8.h"
 #include "refhost/HostSide.h"
-#include "refhost/Utf8.h"
 #include "tessel/core/AppError.h"
 #include "tessel/jobs/Commands.h"
 #include "tessel/jobs/ImportJob.h"
@@ -10,7 +10,6 @@ namespace tessel {
 namespace {
 
 using namespace VeltoGis::ImportExport;
-using refhost::ToUtf8;
 
 template <typename Engine>
 void PrintEngineHeader(Engine& engine, const char* role, std::ostream& out)

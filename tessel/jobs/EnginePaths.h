@@ -2,7 +2,7 @@
 // The file path of a job's configuration, set the way the framework sets a path the user
 // picked: through the engine's own setter, on the primary or the secondary configuration.
 
-#include "refhost/Utf8.h"
+#include "host/Utf8.h"
 #include "tessel/core/AppError.h"
 #include "tessel/jobs/CodePageText.h"
 
@@ -15,7 +15,7 @@ namespace tessel {
 template <typename Engine, typename Definition>
 void SetPathThroughEngine(Engine& engine, Definition& definition, bool secondary, const std::string& path)
 {
-    const WString widePath = refhost::FromUtf8(path);
+    const WString widePath = FromUtf8(path);
     const int accepted = CallEngine([&] {
         return secondary ? engine.SetSecondaryFilePath(&definition, widePath.c_str())
                          : engine.SetPrimaryFilePath(&definition, widePath.c_str());

@@ -1,5 +1,5 @@
 #include "refhost/CadShimAnswers.h"
-#include "refhost/Utf8.h"
+#include "host/Utf8.h"
 #include "tessel/core/AppError.h"
 #include "tessel/gis/GdalInput.h"
 #include "tessel/jobs/CodePageText.h"

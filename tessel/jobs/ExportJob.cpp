@@ -2,8 +2,8 @@
 
 #include "export/ExportSides.h"
 
+#include "host/Utf8.h"
 #include "refhost/HostSide.h"
-#include "refhost/Utf8.h"
 #include "tessel/core/AppError.h"
 #include "tessel/jobs/BindTransforms.h"
 #include "tessel/jobs/ConfigDraft.h"
@@ -20,7 +20,6 @@ namespace {
 using namespace VeltoGis::ImportExport;
 using VeltoGis::Data::CDataBox;
 using VeltoGis::Topology::CEntity;
-using refhost::FromUtf8;
 
 // The engine reads any text; a file without a cfg element silently gives the defaults.
 void CheckExportConfiguration(const WString& text, const std::string& option, const std::string& path, bool strict)
@@ -156,7 +155,7 @@ void ExportJob::BuildEntities()
     std::vector<int> fields;
     if (binds) {
         for (const auto& bind : binds->GetDataBindCollection())
-            fields.push_back(input_.FieldIndex(refhost::ToUtf8(bind->GetSourceDataId())));
+            fields.push_back(input_.FieldIndex(ToUtf8(bind->GetSourceDataId())));
     }
     const auto valueOf = [](const InputRecord& record, int field) {
         return field >= 0 && static_cast<std::size_t>(field) < record.values.size() ? record.values[field] : CDataBox();
@@ -218,7 +217,7 @@ std::string ExportJob::EntityName()
     const WString given = FromUtf8(names[static_cast<int>(request_.kind)]);
     WString exported;
     CallEngine([&] { return engine_.GetExportEntityName(exported, given.c_str()), 0; });
-    return refhost::ToUtf8(exported);
+    return ToUtf8(exported);
 }
 
 } // namespace tessel

@@ -1,10 +1,10 @@
 #include "tessel/jobs/ImportJob.h"
 
 #include "host/GisUtility.h"
+#include "host/Utf8.h"
 #include "import/ImportSides.h"
 #include "import/ImportTargets.h"
 #include "refhost/HostSide.h"
-#include "refhost/Utf8.h"
 #include "tessel/core/AppError.h"
 #include "tessel/core/OptionSyntax.h"
 #include "tessel/jobs/BindTransforms.h"
@@ -21,8 +21,6 @@ namespace {
 
 using namespace VeltoGis::ImportExport;
 using VeltoGis::Data::CDataBox;
-using refhost::FromUtf8;
-using refhost::ToUtf8;
 
 bool StartsWith(const std::string& text, const char* prefix) { return text.rfind(prefix, 0) == 0; }
 

@@ -1,8 +1,8 @@
 #include "tessel/jobs/ModuleHost.h"
 
 #include "host/CadPlatform.h"
+#include "host/Utf8.h"
 #include "refhost/HostSide.h"
-#include "refhost/Utf8.h"
 #include "tessel/core/AppError.h"
 
 #include "refhost/DynamicLibrary.h"
@@ -73,7 +73,7 @@ void ModuleHost::Load(const std::string& path)
 
     // The runtime announces the module, then the CAD application starts it; the GIS
     // framework then asks for its plug-in info object and lets it register its engines.
-    const WString moduleName = refhost::FromUtf8(path);
+    const WString moduleName = FromUtf8(path);
     const OdRxModuleRecord record{moduleName.c_str(), library_.Handle()};
     CallEngine([&] { return createModuleObject(&record); });
     CallEngine([&] { return entryPoint_(AcRx::kInitAppMsg, library_.Handle()); });

@@ -3,7 +3,7 @@
 // start, end; polygons name; each followed by the layout's field names; rows the field names
 // alone; cloud points x, y.
 
-#include "refhost/Utf8.h"
+#include "host/Utf8.h"
 #include "tessel/text/RecordWriter.h"
 #include "tessel/text/ValueText.h"
 
@@ -94,7 +94,7 @@ private:
     static void AppendText(std::string& out, const WString* text)
     {
         if (text)
-            AppendCsvField(out, refhost::ToUtf8(*text));
+            AppendCsvField(out, ToUtf8(*text));
     }
 
     TextSink& sink_;

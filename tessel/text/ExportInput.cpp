@@ -1,7 +1,7 @@
 #include "tessel/text/ExportInput.h"
 
+#include "host/Utf8.h"
 #include "refhost/FilePath.h"
-#include "refhost/Utf8.h"
 #include "tessel/core/AppError.h"
 #include "tessel/text/RecordWriter.h"
 
@@ -19,7 +19,6 @@ namespace {
 
 using json = nlohmann::ordered_json;
 using VeltoGis::Data::CDataBox;
-using refhost::FromUtf8;
 
 CDataBox ToDataBox(const json& value)
 {

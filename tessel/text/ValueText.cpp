@@ -1,8 +1,8 @@
 #include "tessel/text/ValueText.h"
 
+#include "host/Utf8.h"
 #include "refhost/gis/RealText.h"
 #include "refhost/HostSide.h"
-#include "refhost/Utf8.h"
 
 #include <charconv>
 #include <cmath>
@@ -68,7 +68,7 @@ void AppendJsonString(std::string& out, std::string_view utf8)
     out.push_back('"');
 }
 
-void AppendJsonString(std::string& out, const WString& text) { AppendJsonString(out, refhost::ToUtf8(text)); }
+void AppendJsonString(std::string& out, const WString& text) { AppendJsonString(out, ToUtf8(text)); }
 
 void AppendJsonNumber(std::string& out, double value)
 {
@@ -125,7 +125,7 @@ void AppendCsvValue(std::string& out, const CDataBox* value)
         AppendShortest(out, refhost::RealOf(*value));
         break;
     case CDataBox::Kind::Text:
-        AppendCsvField(out, refhost::ToUtf8(refhost::TextOf(*value)));
+        AppendCsvField(out, ToUtf8(refhost::TextOf(*value)));
         break;
     }
 }

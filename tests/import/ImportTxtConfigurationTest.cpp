@@ -107,6 +107,64 @@ TEST_F(ImportTxtConfigurationTest, AwkwardTextsSurviveARoundTripExceptWhereDelib
     }
 }
 
+// The one rule that tessel and the wizard ask must agree with what writing and reading the
+// string really do, field by field.
+TEST_F(ImportTxtConfigurationTest, ValueChangesTellWhatTheStringGivesBack)
+{
+    using namespace ImportValueChange;
+    const struct {
+        const WChar* text;
+        unsigned changes;     // as the file path, the delimiters or the comments
+        unsigned nameChanges; // as a column name
+    } cases[] = {
+        {WTEXT("plain \u00a4 \u00e9 \u20ac R&D <x> 'y' a=b"), 0, 0},
+        {WTEXT("a \"quoted\" b"), 0, QuoteReadAsSign},
+        {WTEXT("a\u00d7b"), SignReadAsQuote, 0},
+        {WTEXT("\u03a9"), OutsideCodePage, OutsideCodePage},
+        {WTEXT("\"\u03a9\u00d7"), OutsideCodePage | SignReadAsQuote, OutsideCodePage | QuoteReadAsSign},
+        {WTEXT(""), 0, 0},
+    };
+    for (const auto& c : cases) {
+        const WString text = c.text;
+        SCOPED_TRACE(::testing::PrintToString(text));
+        for (const ImportValue value : {ImportValue::FilePath, ImportValue::Delimiters, ImportValue::Comments})
+            EXPECT_EQ(ImportValueChanges(value, text), c.changes);
+        EXPECT_EQ(ImportValueChanges(ImportValue::ColumnName, text), c.nameChanges);
+
+        ImportTxtConfiguration record;
+        record.SetTxtFile(text);
+        DelimiterList delimiters;
+        for (const WChar unit : text)
+            delimiters.emplace_back(1, unit);
+        record.SetDelimiters(delimiters);
+        record.SetComments(text);
+        record.GetColumns().push_back(Column(0, text, kColumnText, 1));
+        const ImportTxtConfiguration read = ReadBack(record);
+        WString readDelimiters;
+        for (const WString& delimiter : read.GetDelimiters())
+            readDelimiters += delimiter;
+        EXPECT_EQ(read.GetTxtFile() == text, c.changes == 0);
+        EXPECT_EQ(readDelimiters == text, c.changes == 0);
+        EXPECT_EQ(read.GetComments() == text, c.changes == 0);
+        EXPECT_EQ(read.GetColumns()[0]->GetName() == text, c.nameChanges == 0);
+    }
+}
+
+// The quote is stored as its stand-in, so a code page without "×" cannot hold a quote either.
+TEST(ImportValueChanges, AQuoteNeedsTheStandInInTheCodePage)
+{
+    using namespace ImportValueChange;
+    const WString quote = WTEXT("a\"b");
+    EXPECT_EQ(ImportValueChanges(ImportValue::Comments, quote, 1252), 0u);
+    EXPECT_EQ(ImportValueChanges(ImportValue::Comments, quote, 1251), OutsideCodePage);
+    EXPECT_EQ(ImportValueChanges(ImportValue::ColumnName, quote, 1251), OutsideCodePage | QuoteReadAsSign);
+
+    AnsiCodePageScope cyrillic(1251);
+    ImportTxtConfiguration record;
+    record.SetComments(quote);
+    EXPECT_EQ(ReadBack(record).GetComments(), WTEXT("a?b"));
+}
+
 TEST_F(ImportTxtConfigurationTest, WritingChangesTheRecordsOwnPathOnly)
 {
     ImportTxtConfiguration record;

@@ -1,7 +1,7 @@
 #include "tests/tessel/AppTestSupport.h"
 
+#include "host/Utf8.h"
 #include "refhost/FilePath.h"
-#include "refhost/Utf8.h"
 
 #ifdef _WIN32
 #include "platform/Windows.h"
@@ -39,7 +39,7 @@ std::string ReadAll(const std::string& path)
 // A command line that CommandLineToArgvW splits back into the same words.
 std::wstring QuotedWord(const std::string& word)
 {
-    const std::wstring wide = refhost::FromUtf8(word);
+    const std::wstring wide = FromUtf8(word);
     std::wstring quoted = L"\"";
     std::size_t backslashes = 0;
     for (const wchar_t c : wide) {

@@ -2,7 +2,7 @@
 // Helpers for the text-file tests: a scratch folder, byte-exact files, and reading a whole
 // file through TextFile.
 
-#include "refhost/Utf8.h"
+#include "host/Utf8.h"
 #include "textfile/TextFile.h"
 
 #include <cerrno>
@@ -66,8 +66,6 @@ ReadResult ReadAll(const WString& path, std::uint32_t flags = 0, int bufferSize 
 // Widens each byte into the unit of the same value (for expectations in Latin-1 range).
 WString Latin1(const std::string& bytes);
 // UTF-8 text as UTF-16 and back, for paths and expectations.
-using refhost::FromUtf8;
-using refhost::ToUtf8;
 
 // The folder of the external corpora, or "" when it is absent.
 std::string TestDataFolder();

@@ -402,6 +402,29 @@ TEST_F(ImportWizardModel, OkComposesTheConfigurationForBothModesThroughEitherAcc
     }
 }
 
+// The wizard stores every field as it stands, and tells the view which ones the configuration
+// would give back otherwise: each field is asked as its own kind of value.
+TEST_F(ImportWizardModel, FieldsThatTheConfigurationWouldChangeAreTold)
+{
+    using namespace ImportValueChange;
+    ImportConfigurationModel& model = OpenOn("a\tb\n");
+    ASSERT_EQ(model.columns.size(), 2u);
+    EXPECT_EQ(model.StoredChanges(ImportValue::FilePath), 0u);
+    model.filePath = W("/surveys/a\"b\u00d7.txt");
+    model.otherDelimiters = W("\u00d7");
+    model.comments = W("#\u03a9");
+    model.columns[0].name = W("Nr \"1\"");
+    model.columns[1].name = W("H\u00f6he \u00d7");
+    EXPECT_EQ(model.StoredChanges(ImportValue::FilePath), SignReadAsQuote);
+    EXPECT_EQ(model.StoredChanges(ImportValue::Delimiters), 0u); // not ticked: not stored
+    model.other = true;
+    EXPECT_EQ(model.StoredChanges(ImportValue::Delimiters), SignReadAsQuote);
+    EXPECT_EQ(model.StoredChanges(ImportValue::Comments), OutsideCodePage);
+    EXPECT_EQ(model.StoredChanges(ImportValue::ColumnName, 0), QuoteReadAsSign);
+    EXPECT_EQ(model.StoredChanges(ImportValue::ColumnName, 1), 0u);
+    EXPECT_EQ(model.StoredChanges(ImportValue::ColumnName, 2), 0u);
+}
+
 TEST_F(ImportWizardModel, AStoredFixedWidthConfigurationOpensWithoutBreaksAndAPresetFile)
 {
     const WString path = folder_.WriteFile("fixed.txt", "  1.5  2.5\n");

@@ -2,7 +2,7 @@
 // conformance suite. Every document must parse into a consistent element table; the
 // standalone valid documents of the W3C suite must parse without a message.
 
-#include "platform/Platform.h"
+#include "host/Utf8.h"
 #include "xml/ElementParser.h"
 #include "xml/XmlDocument.h"
 
@@ -19,8 +19,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr unsigned kUtf8 = 65001;
-
 WString DecodeDocument(const std::string& bytes)
 {
     const auto byteAt = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
@@ -31,12 +29,7 @@ WString DecodeDocument(const std::string& bytes)
             text += static_cast<WChar>(little ? byteAt(i) | byteAt(i + 1) << 8 : byteAt(i) << 8 | byteAt(i + 1));
         return text;
     }
-    if (bytes.empty())
-        return WString();
-    std::vector<WChar> text(bytes.size() + 1);
-    const int n = Platform::MultiByteToWide(kUtf8, bytes.data(), static_cast<int>(bytes.size()), text.data(),
-                                            static_cast<int>(text.size()));
-    return WString(text.data(), n > 0 ? static_cast<std::size_t>(n) : 0);
+    return FromUtf8(bytes);
 }
 
 std::string ReadBytes(const fs::path& path)

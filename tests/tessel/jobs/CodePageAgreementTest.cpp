@@ -2,10 +2,10 @@
 // tessel accepts it, writes a column name as the module's own configuration writer does,
 // and the loaded engine reads the same name back.
 
+#include "host/Utf8.h"
 #include "import/ImportTxtConfiguration.h"
 #include "platform/Platform.h"
 #include "refhost/testing/TempDir.h"
-#include "refhost/Utf8.h"
 #include "tests/tessel/AppTestSupport.h"
 
 #include <boost/make_shared.hpp>
@@ -62,14 +62,14 @@ TEST(CodePageAgreement, EveryConvertibleCodePageWritesAndReadsColumnsAsTheModule
         const WString name = WString(1, character) + WTEXT("uro");
         const std::string page = std::to_string(codePage);
         const TesselRun config =
-            RunTessel({"-q", "--codepage", page, "config", "import", "--column", refhost::ToUtf8(name)}, folder.Path());
+            RunTessel({"-q", "--codepage", page, "config", "import", "--column", ToUtf8(name)}, folder.Path());
         ASSERT_EQ(config.status, 0) << config.err;
-        EXPECT_EQ(config.out, refhost::ToUtf8(ModuleWrites(name, codePage)) + "\n");
+        EXPECT_EQ(config.out, ToUtf8(ModuleWrites(name, codePage)) + "\n");
 
         folder.WriteFile("cfg.xml", config.out);
         const TesselRun described = RunTessel({"-q", "--codepage", page, "describe", "cfg.xml"}, folder.Path());
         ASSERT_EQ(described.status, 0) << described.err;
-        EXPECT_NE(described.out.find("source fields: " + refhost::ToUtf8(name) + " (text)"), std::string::npos)
+        EXPECT_NE(described.out.find("source fields: " + ToUtf8(name) + " (text)"), std::string::npos)
             << described.out;
     }
 }

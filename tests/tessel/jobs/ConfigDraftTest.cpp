@@ -167,6 +167,59 @@ TEST_P(ImportConfigDraftDoubts, WarnOrUnderStrictRefuse)
 INSTANTIATE_TEST_SUITE_P(Cases, ImportConfigDraftDoubts, ::testing::ValuesIn(kDoubtfulCases),
                          [](const auto& info) { return std::string(info.param.name); });
 
+// Configuration files: the module's text layer decides by the byte-order mark, and a file
+// without one is UTF-8, as tessel writes it.
+template <std::size_t N>
+std::string Bytes(const char (&literal)[N])
+{
+    return std::string(literal, N - 1);
+}
+
+const struct {
+    const char* name;
+    std::string bytes;
+    WString text;
+} kStoredConfigurations[] = {
+    {"Utf8WithoutMark", "<cfg p=\"1\xC2\xA4\" n=\"\xC3\xA9\"/>\n", W("<cfg p=\"1\u00a4\" n=\"\u00e9\"/>")},
+    {"Utf8WithMark", "\xEF\xBB\xBF<cfg n=\"\xC3\xA9\"/>\r\n", W("<cfg n=\"\u00e9\"/>")},
+    {"Utf16LittleEndian", Bytes("\xFF\xFE<\0c\0f\0g\0 \0\xE9\0/\0>\0\r\0\n\0"), W("<cfg \u00e9/>")},
+    {"Utf16BigEndian", Bytes("\xFE\xFF\0<\0c\0f\0g\0 \0\xE9\0/\0>"), W("<cfg \u00e9/>")},
+    {"LinesJoinedLineEndsAfterDropped", "<cfg\r\n n=\"1\"/>\n\r\n\n", W("<cfg\n n=\"1\"/>")},
+    {"BadUtf8ReadsAsReplacement", "<cfg n=\"\xFF\"/>", W("<cfg n=\"\ufffd\"/>")},
+};
+
+TEST(ReadConfigurationFile, DecodesByTheMarkAndUtf8WithoutOne)
+{
+    TempDir folder;
+    for (const auto& stored : kStoredConfigurations) {
+        SCOPED_TRACE(stored.name);
+        const WString path = folder.WriteFile("cfg.xml", stored.bytes);
+        EXPECT_EQ(ReadConfigurationFile("--config", U8(path)), stored.text);
+    }
+}
+
+TEST(ReadConfigurationFile, NamesTheFileItCannotUse)
+{
+    TempDir folder;
+    const std::string empty = U8(folder.WriteFile("empty.xml", ""));
+    const std::string markOnly = U8(folder.WriteFile("mark.xml", "\xEF\xBB\xBF\r\n"));
+    const std::string missing = U8(folder.FilePath("missing.xml"));
+    const auto messageOf = [](const std::string& path) {
+        try {
+            ReadConfigurationFile("--config", path);
+        } catch (const AppError& error) {
+            EXPECT_EQ(error.Status(), ExitUsage);
+            return std::string(error.what());
+        }
+        return std::string("read");
+    };
+    EXPECT_EQ(messageOf(empty), "--config: '" + empty + "' is empty");
+    EXPECT_EQ(messageOf(markOnly), "--config: '" + markOnly + "' is empty");
+    const std::string unreadable = "--config: cannot read '" + missing + "': ";
+    EXPECT_EQ(messageOf(missing).substr(0, unreadable.size()), unreadable);
+    EXPECT_GT(messageOf(missing).size(), unreadable.size()); // and says why
+}
+
 TEST(ExportConfigDraft, EngineWritesWithTheComposedCommentDelimiterAndEncoding)
 {
     IExportEngine& engine = LoadedModule().Exporter();

@@ -195,6 +195,33 @@ TEST_F(ImportWizardGui, DelimitedFlowWithAnOtherDelimiterAndEnterThatNeverCloses
                        R"(<col no="2" name="Code" type="5005" onOff="0"/>)"));
 }
 
+// A column name that the configuration would not give back as shown is tinted, and the list
+// says why; renaming it takes the mark away. OK stores whatever is shown.
+TEST_F(ImportWizardGui, NamesTheConfigurationWouldChangeAreMarked)
+{
+    refhost::testing::TempDir folder;
+    const WString file = folder.WriteFile("points.txt", "#X\t\"Y\"\tCode\n1\t2\tA\n");
+    CadShim::DriveNextDialog([&](wxWindow* dialog) {
+        ColumnListCtrl* grid = ColumnList(dialog);
+        ASSERT_EQ(grid->GetNumberRows(), 3);
+        const wxColour plain = grid->GetCellBackgroundColour(2, 1);
+        EXPECT_NE(grid->GetCellBackgroundColour(1, 1), plain);
+        EXPECT_EQ(grid->GetGridWindow()->GetToolTipText(),
+                  wxString::FromUTF8("C2: The configuration reads \" back as \xC3\x97."));
+        Screenshot(dialog, "import-wizard-marked-name");
+        ClickCell(grid, 1, 1);
+        TypeText("Y");
+        PressAndPump(WXK_RETURN);
+        EXPECT_EQ(grid->GetCellBackgroundColour(1, 1), plain);
+        EXPECT_EQ(grid->GetGridWindow()->GetToolTipText(), "");
+        Click(dialog, IDOK);
+    });
+    CDlgTxtConfiguration dialog(definition_, false, file.c_str());
+    EXPECT_EQ(dialog.DoModal(), IDOK);
+    EXPECT_NE(U8(definition_.GetImporterConfiguration()).find(R"(<col no="1" name="Y" type="5010" onOff="1"/>)"),
+              std::string::npos);
+}
+
 // A first line of 30 MB and thousands of fields (a wrong delimiter) on a slow drive: the wizard
 // keeps painting while it reads, takes no input meanwhile, and then lists the first 1000
 // columns and says so. A local disk reads the line faster than anyone would see the window
