@@ -1,9 +1,15 @@
 #include "platform/CodePageSetting.h"
 
+#include <atomic>
+#include <climits>
 #include <cstdlib>
-#include <cstring>
 
 namespace {
+
+constexpr unsigned kNotRead = UINT_MAX;
+
+// This copy's last reading of the environment; threads that race to renew it read the same one.
+std::atomic<unsigned> reading{kNotRead};
 
 bool StartsWithIgnoringCase(const char* text, const char* prefix)
 {
@@ -34,6 +40,21 @@ unsigned Parse(const char* text)
     return static_cast<unsigned>(number);
 }
 
-unsigned FromEnvironment() { return Parse(std::getenv("TESSEL_CODEPAGE")); }
+unsigned Choice()
+{
+    const unsigned last = reading.load(std::memory_order_relaxed);
+    if (last != kNotRead)
+        return last;
+    ReadAgain();
+    return reading.load(std::memory_order_relaxed);
+}
+
+void ReadAgain() { reading.store(ReadFromEnvironment(), std::memory_order_relaxed); }
+
+void SetChoice(unsigned codePage)
+{
+    WriteToEnvironment(codePage);
+    ReadAgain();
+}
 
 } // namespace Platform::CodePageSetting

@@ -10,6 +10,7 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <memory>
@@ -146,22 +147,6 @@ private:
     std::map<unsigned, CodePageEntry> entries_;
 };
 
-unsigned EnvironmentCodePage()
-{
-    const unsigned wanted = Platform::CodePageSetting::FromEnvironment();
-    if (wanted == 0)
-        return kDefaultAnsiCodePage;
-    auto& registry = CodePageRegistry::Instance();
-    std::lock_guard<std::mutex> lock(registry.Lock());
-    return registry.Entry(wanted).known ? wanted : kDefaultAnsiCodePage;
-}
-
-unsigned& AnsiCodePageSetting()
-{
-    static unsigned setting = EnvironmentCodePage();
-    return setting;
-}
-
 unsigned Resolve(unsigned codePage)
 {
     return codePage == 0 || codePage == kThreadAnsiCodePage ? Platform::AnsiCodePage() : codePage;
@@ -241,14 +226,39 @@ int WithCodePage(unsigned codePage, Convert convert)
 
 } // namespace
 
+namespace Platform::CodePageSetting {
+
+unsigned ReadFromEnvironment()
+{
+    if (const unsigned chosen = Parse(std::getenv(kProcessVariable)))
+        return chosen;
+    const unsigned named = Parse(std::getenv(kUserVariable));
+    if (named == 0)
+        return 0;
+    auto& registry = CodePageRegistry::Instance();
+    std::lock_guard<std::mutex> lock(registry.Lock());
+    return registry.Entry(named).known ? named : 0;
+}
+
+void WriteToEnvironment(unsigned codePage)
+{
+    if (codePage != 0)
+        ::setenv(kProcessVariable, std::to_string(codePage).c_str(), 1);
+    else
+        ::unsetenv(kProcessVariable);
+}
+
+} // namespace Platform::CodePageSetting
+
 namespace Platform {
 
-unsigned AnsiCodePage() { return AnsiCodePageSetting(); }
-
-void SetAnsiCodePage(unsigned codePage)
+unsigned AnsiCodePage()
 {
-    AnsiCodePageSetting() = codePage == 0 ? EnvironmentCodePage() : codePage;
+    const unsigned chosen = CodePageSetting::Choice();
+    return chosen != 0 ? chosen : kDefaultAnsiCodePage;
 }
+
+void SetAnsiCodePage(unsigned codePage) { CodePageSetting::SetChoice(codePage); }
 
 bool IsConvertibleCodePage(unsigned codePage)
 {

@@ -1,7 +1,7 @@
 // Windows code pages through MultiByteToWideChar and WideCharToMultiByte. Code page 0 is
-// handed to the system as CP_ACP (the system's ANSI code page) unless the environment
-// (TESSEL_CODEPAGE) or SetAnsiCodePage chose another. A single-byte code page is also asked
-// of the system once, byte by byte, for the tables that hot loops convert with.
+// handed to the system as CP_ACP (the system's ANSI code page) unless the process's
+// environment chose another (CodePageSetting.h). A single-byte code page is also asked of the
+// system once, byte by byte, for the tables that hot loops convert with.
 
 #include "platform/CodePageSetting.h"
 #include "platform/Platform.h"
@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <string>
 
 namespace {
 
@@ -29,26 +30,22 @@ DWORD FromWideFlags(unsigned codePage)
 // UTF-7 and UTF-8 have no default character: the system refuses one.
 bool TakesDefaultCharacter(unsigned codePage) { return codePage != CP_UTF7 && codePage != CP_UTF8; }
 
-// The code page TESSEL_CODEPAGE names, when the system has it; else 0.
-unsigned EnvironmentChoice()
+// The process environment's value of name (Windows' own, whatever C runtime set it); null
+// when it has none or one too long to name a code page.
+const char* EnvironmentValue(const char* name, char (&value)[32])
 {
-    const unsigned named = Platform::CodePageSetting::FromEnvironment();
-    return named != 0 && ::IsValidCodePage(named) ? named : 0;
-}
-
-unsigned& AnsiCodePageChoice() // 0: the system's own
-{
-    static unsigned choice = EnvironmentChoice();
-    return choice;
+    const DWORD length = ::GetEnvironmentVariableA(name, value, sizeof value);
+    return length > 0 && length < sizeof value ? value : nullptr;
 }
 
 // The number handed to the system: code page 0 and the thread's ANSI code page stay CP_ACP
 // and CP_THREAD_ACP unless another was chosen.
 unsigned Resolve(unsigned codePage)
 {
-    if ((codePage == CP_ACP || codePage == kThreadAnsiCodePage) && AnsiCodePageChoice() != 0)
-        return AnsiCodePageChoice();
-    return codePage;
+    if (codePage != CP_ACP && codePage != kThreadAnsiCodePage)
+        return codePage;
+    const unsigned chosen = Platform::CodePageSetting::Choice();
+    return chosen != 0 ? chosen : codePage;
 }
 
 std::unique_ptr<SingleByteCodePage> BuildTable(unsigned codePage)
@@ -89,14 +86,33 @@ private:
 
 } // namespace
 
+namespace Platform::CodePageSetting {
+
+unsigned ReadFromEnvironment()
+{
+    char value[32];
+    if (const unsigned chosen = Parse(EnvironmentValue(kProcessVariable, value)))
+        return chosen;
+    const unsigned named = Parse(EnvironmentValue(kUserVariable, value));
+    return named != 0 && ::IsValidCodePage(named) ? named : 0;
+}
+
+void WriteToEnvironment(unsigned codePage)
+{
+    ::SetEnvironmentVariableA(kProcessVariable, codePage != 0 ? std::to_string(codePage).c_str() : nullptr);
+}
+
+} // namespace Platform::CodePageSetting
+
 namespace Platform {
 
-unsigned AnsiCodePage() { return AnsiCodePageChoice() != 0 ? AnsiCodePageChoice() : ::GetACP(); }
-
-void SetAnsiCodePage(unsigned codePage)
+unsigned AnsiCodePage()
 {
-    AnsiCodePageChoice() = codePage == 0 ? EnvironmentChoice() : codePage;
+    const unsigned chosen = CodePageSetting::Choice();
+    return chosen != 0 ? chosen : ::GetACP();
 }
+
+void SetAnsiCodePage(unsigned codePage) { CodePageSetting::SetChoice(codePage); }
 
 bool IsConvertibleCodePage(unsigned codePage)
 {

@@ -50,7 +50,10 @@ int LastError();
 // Code page 0 stands for the system's ANSI code page: on Windows CP_ACP, on Linux
 // Windows-1252. The environment variable TESSEL_CODEPAGE ("1250", "cp1250") or
 // SetAnsiCodePage chooses another on both; SetAnsiCodePage(0) goes back to the environment's
-// choice.
+// choice. The choice is the process's, as CP_ACP is: SetAnsiCodePage keeps it in the
+// process's environment, where every copy of this layer in the process (a host application
+// that links the module's code has one, the module it loads another) reads the same one.
+// Like setenv, SetAnsiCodePage must not run while other threads read or write text.
 unsigned AnsiCodePage();
 void SetAnsiCodePage(unsigned codePage);
 

@@ -1,6 +1,7 @@
 // Files on POSIX systems. Paths arrive as UTF-16 and are handed to the system as UTF-8.
 // POSIX has no mandatory share modes, so "nobody else may write" is not enforced here.
 
+#include "platform/CodePageSetting.h"
 #include "platform/Platform.h"
 #include "host/Utf8.h"
 #include "platform/ErrorRecord.h"
@@ -48,6 +49,8 @@ namespace Platform {
 
 FileHandle OpenFile(const WChar* path, FileAccess access, FileCreation creation)
 {
+    // A file's text is read or written in the ANSI code page as it is when the file opens.
+    CodePageSetting::ReadAgain();
     if (FaultPoint::OpenFails())
         return FailOpen(EIO);
     if (!path || !*path)

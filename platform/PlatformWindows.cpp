@@ -3,6 +3,7 @@
 // file open. A directory is refused by CreateFileW itself (ERROR_ACCESS_DENIED), as the
 // module opens without backup semantics.
 
+#include "platform/CodePageSetting.h"
 #include "platform/Platform.h"
 #include "platform/ErrorRecord.h"
 #include "platform/PlatformFaults.h"
@@ -44,6 +45,8 @@ namespace Platform {
 
 FileHandle OpenFile(const WChar* path, FileAccess access, FileCreation creation)
 {
+    // A file's text is read or written in the ANSI code page as it is when the file opens.
+    CodePageSetting::ReadAgain();
     if (FaultPoint::OpenFails())
         return FailOpen(kInjectedIoError);
     if (!path || !*path)

@@ -8,7 +8,7 @@
 namespace refhost {
 
 // Sets an environment variable of this process (value null: removes it). The C runtime's
-// getenv sees the change at once on both systems.
+// getenv and, on Windows, GetEnvironmentVariable see the change at once.
 void SetEnvironment(const char* name, const char* value);
 
 // Creates a new, empty folder with a unique name beginning with prefix under the system's

@@ -15,7 +15,13 @@
 
 namespace refhost {
 
-void SetEnvironment(const char* name, const char* value) { _putenv_s(name, value ? value : ""); }
+// Both the C runtime's copy, which getenv reads, and the process's own, which every other
+// C runtime in the process and the system's calls read.
+void SetEnvironment(const char* name, const char* value)
+{
+    _putenv_s(name, value ? value : "");
+    ::SetEnvironmentVariableA(name, value && *value ? value : nullptr); // as _putenv_s: empty removes it
+}
 
 // A file mode never denies reading on Windows.
 bool ReadsEveryFile() { return true; }

@@ -1,8 +1,7 @@
 #pragma once
-// The host's ANSI code page as the loaded module sees it, and text in its bytes. The module
-// takes its ANSI code page from the environment variable TESSEL_CODEPAGE (Windows-1252
-// without it); the host application sets that variable before it loads the module, so both
-// sides always agree on one code page.
+// The host's ANSI code page as the loaded module sees it, and text in its bytes. The ANSI
+// code page is the process's: tessel's own code and the module it loads read the same choice
+// (the platform layer keeps it in the process's environment), so both sides always agree.
 
 #include "host/Text.h"
 
@@ -10,12 +9,13 @@
 
 namespace tessel {
 
-// The code page named by TESSEL_CODEPAGE ("1250", "cp1250", "windows-1250"), else 1252:
-// the module's own platform layer decides, so both sides always agree.
+// The code page chosen by SelectModuleCodePage, else the one TESSEL_CODEPAGE names ("1250",
+// "cp1250", "windows-1250"), else 1252 (on Windows the system's ANSI code page).
 unsigned ModuleCodePage();
 
-// Makes codePage the module's ANSI code page. Must run before the module is loaded. Throws a
-// usage AppError, listing the code pages there are, when the system does not convert it.
+// Makes codePage the process's ANSI code page, for tessel and the module alike. Runs before
+// the module is loaded, as nothing may read or write text meanwhile. Throws a usage AppError,
+// listing the code pages there are, when the system does not convert it.
 void SelectModuleCodePage(unsigned codePage);
 
 // The bytes of text in the code page. False when a character has no form there (the

@@ -1,11 +1,13 @@
 // tessel and the module it loads must agree on every code page the platform layer converts:
 // tessel accepts it, writes a column name as the module's own configuration writer does,
-// and the loaded engine reads the same name back.
+// and the loaded engine reads the same name back. Both follow one choice for the process.
 
 #include "host/Utf8.h"
 #include "import/ImportTxtConfiguration.h"
 #include "platform/Platform.h"
+#include "refhost/HostSide.h"
 #include "refhost/testing/TempDir.h"
+#include "tessel/jobs/ConfigDraft.h"
 #include "tests/tessel/AppTestSupport.h"
 
 #include <boost/make_shared.hpp>
@@ -72,6 +74,30 @@ TEST(CodePageAgreement, EveryConvertibleCodePageWritesAndReadsColumnsAsTheModule
         EXPECT_NE(described.out.find("source fields: " + ToUtf8(name) + " (text)"), std::string::npos)
             << described.out;
     }
+}
+
+// The module loaded into this process reads in the code page chosen on tessel's side after it
+// was loaded: a copy of the platform layer of its own must not keep a choice of its own.
+TEST(CodePageAgreement, TheLoadedModuleReadsInTheCodePageChosenAfterItLoaded)
+{
+    VeltoGis::ImportExport::IImportEngine& engine = LoadedModule().Importer();
+    refhost::testing::TempDir folder;
+    const WString path = folder.WriteFile("in.txt", "\x8D\xA3\n");
+    const std::pair<unsigned, WString> cases[] = {{1250, WTEXT("\u0164\u0141")}, {1252, WTEXT("\u008D\u00A3")}};
+    for (const auto& [codePage, text] : cases) {
+        Platform::SetAnsiCodePage(codePage);
+        ImportConfigChoice choice;
+        choice.columns = {ColumnOption{"c0", kColumnText, true}};
+        VeltoGis::ImportExport::CImportDefinition definition;
+        definition.SetImporterConfiguration(ImportConfigDraft(choice, codePage).c_str());
+        ASSERT_EQ(engine.SetPrimaryFilePath(&definition, path.c_str()), 1);
+        auto table = boost::make_shared<VeltoGis::ImportExport::CDBTable>();
+        ASSERT_EQ(engine.ImportTableRows(definition.GetImporterConfiguration().c_str(), table, 0), 1);
+        const auto rows = refhost::RowsOf(*table);
+        ASSERT_EQ(rows.size(), 1u);
+        EXPECT_EQ(static_cast<WString>(*rows[0]->Data().at(0)), text) << "code page " << codePage;
+    }
+    Platform::SetAnsiCodePage(0);
 }
 
 } // namespace testing
