@@ -35,6 +35,21 @@ WString FreshNameBeside(const WString& target)
     return target + suffix;
 }
 
+// The path made absolute: ReplaceFileW works out the folders itself and fails on relative
+// names (ERROR_DIRECTORY). The path as given when the system cannot tell.
+WString FullPath(const WChar* path)
+{
+    const DWORD needed = ::GetFullPathNameW(path, 0, nullptr, nullptr);
+    if (needed == 0)
+        return path;
+    WString full(needed, L'\0');
+    const DWORD length = ::GetFullPathNameW(path, needed, full.data(), nullptr);
+    if (length == 0 || length >= needed)
+        return path;
+    full.resize(length);
+    return full;
+}
+
 bool FlushToDisk(const WChar* path)
 {
     const HANDLE file = ::CreateFileW(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
@@ -98,12 +113,15 @@ bool ReplaceFileWith(const WChar* target, const WChar* replacement)
         return Fail(ERROR_IO_DEVICE);
     if (!FlushToDisk(replacement))
         return false;
+    const WString fullTarget = FullPath(target);
+    const WString fullReplacement = FullPath(replacement);
     if (KindOfPath(target) == PathKind::Regular) {
-        if (::ReplaceFileW(target, replacement, nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr))
+        if (::ReplaceFileW(fullTarget.c_str(), fullReplacement.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS,
+                           nullptr, nullptr))
             return true;
         return FailWithSystemError();
     }
-    if (::MoveFileExW(replacement, target, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+    if (::MoveFileExW(fullReplacement.c_str(), fullTarget.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         return true;
     return FailWithSystemError();
 }
