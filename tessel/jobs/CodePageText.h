@@ -1,12 +1,8 @@
 #pragma once
-// The host's ANSI code page as the loaded module sees it, and text in its bytes. The module
-// takes its ANSI code page from the environment variable TESSEL_CODEPAGE (Windows-1252
-// without it); the host application sets that variable before it loads the module, so both
-// sides always agree on one code page.
-
-#include "host/Text.h"
-
-#include <string>
+// The host's ANSI code page as the loaded module sees it. The module takes its ANSI code page
+// from the environment variable TESSEL_CODEPAGE (Windows-1252 without it); the host
+// application sets that variable before it loads the module, so both sides always agree on
+// one code page.
 
 namespace tessel {
 
@@ -17,9 +13,5 @@ unsigned ModuleCodePage();
 // Makes codePage the module's ANSI code page. Must run before the module is loaded. Throws a
 // usage AppError, listing the code pages there are, when the system does not convert it.
 void SelectModuleCodePage(unsigned codePage);
-
-// The bytes of text in the code page. False when a character has no form there (the
-// module would write '?' for it) or the code page is unknown.
-bool ToCodePageBytes(const WString& text, unsigned codePage, std::string& bytes);
 
 } // namespace tessel
