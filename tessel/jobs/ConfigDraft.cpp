@@ -4,7 +4,6 @@
 #include "platform/FileReplacement.h"
 #include "platform/Platform.h"
 #include "tessel/core/AppError.h"
-#include "tessel/jobs/CodePageText.h"
 #include "tessel/jobs/Warnings.h"
 
 #include "export/CXMLTextFileExportConfiguration.h"
