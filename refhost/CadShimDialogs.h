@@ -3,13 +3,12 @@
 // toolkit's start, and what was shown, recorded for tests. Not part of the CAD
 // application's interface.
 
+#include "host/CadDialogs.h"
 #include "host/HostApi.h"
 #include "host/Text.h"
 
 #include <functional>
 #include <vector>
-
-class wxWindow;
 
 namespace CadShim {
 
@@ -38,7 +37,7 @@ VELTOGIS_CAD_API void ClearRecordedDialogs();
 
 // Called with the dialog's window once the next dialog is shown and its modal run has
 // started, from inside that run: how tests and scripts drive a dialog.
-using DialogDriver = std::function<void(wxWindow* dialog)>;
+using DialogDriver = std::function<void(DialogWindow dialog)>;
 VELTOGIS_CAD_API void DriveNextDialog(DialogDriver driver);
 
 } // namespace CadShim

@@ -4,9 +4,16 @@
 
 #include "ui/DialogFactory.h"
 
-#include "ui/DlgFileChoice.h"
-#include "ui/DlgTxtConfiguration.h"
-#include "ui/DlgTxtConfigurationExport.h"
+// The same three classes in each toolkit's views.
+#if defined(_WIN32)
+#include "ui/win32/DlgFileChoice.h"
+#include "ui/win32/DlgTxtConfiguration.h"
+#include "ui/win32/DlgTxtConfigurationExport.h"
+#else
+#include "ui/wx/DlgFileChoice.h"
+#include "ui/wx/DlgTxtConfiguration.h"
+#include "ui/wx/DlgTxtConfigurationExport.h"
+#endif
 
 namespace {
 

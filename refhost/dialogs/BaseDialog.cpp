@@ -4,7 +4,7 @@
 
 #include "host/CadDialogs.h"
 #include "refhost/dialogs/DialogState.h"
-#include "ui/WxText.h"
+#include "ui/wx/WxText.h"
 
 #include <wx/button.h>
 #include <wx/dialog.h>
@@ -68,7 +68,10 @@ void CadDialogWindow::Run(CAdUiBaseDialog& owner, int& result)
     owner.window_ = nullptr;
 }
 
-CAdUiBaseDialog::CAdUiBaseDialog(unsigned templateId) : templateId_(templateId) {}
+CAdUiBaseDialog::CAdUiBaseDialog(unsigned templateId, void* resourceInstance)
+    : templateId_(templateId), resourceInstance_(resourceInstance)
+{
+}
 
 CAdUiBaseDialog::~CAdUiBaseDialog() = default;
 

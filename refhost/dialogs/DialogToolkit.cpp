@@ -3,7 +3,7 @@
 
 #include "refhost/CadShimDialogs.h"
 #include "refhost/dialogs/DialogState.h"
-#include "ui/WxText.h"
+#include "ui/wx/WxText.h"
 
 #include <wx/app.h>
 #include <wx/image.h>

@@ -22,7 +22,10 @@ void DriveNextDialog(DialogDriver) {}
 
 } // namespace CadShim
 
-CAdUiBaseDialog::CAdUiBaseDialog(unsigned templateId) : templateId_(templateId) {}
+CAdUiBaseDialog::CAdUiBaseDialog(unsigned templateId, void* resourceInstance)
+    : templateId_(templateId), resourceInstance_(resourceInstance)
+{
+}
 CAdUiBaseDialog::~CAdUiBaseDialog() = default;
 int CAdUiBaseDialog::DoModal() { return kDialogNotShown; }
 void CAdUiBaseDialog::EndDialog(int) {}
@@ -30,3 +33,8 @@ long CAdUiBaseDialog::OnAcadKeepFocus() { return 0; }
 bool CAdUiBaseDialog::OnInitDialog() { return true; }
 void CAdUiBaseDialog::OnCancel() {}
 void CAdUiBaseDialog::SetWindowText(const WChar*) {}
+#if defined(_WIN32)
+bool CAdUiBaseDialog::PreTranslateMessage(tagMSG*) { return false; }
+void CAdUiBaseDialog::OnOK() {}
+bool CAdUiBaseDialog::OnMessage(unsigned, std::uintptr_t, std::intptr_t, std::intptr_t&) { return false; }
+#endif

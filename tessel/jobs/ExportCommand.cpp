@@ -6,7 +6,7 @@
 #include "tessel/jobs/Commands.h"
 #include "tessel/jobs/ExportJob.h"
 #include "ui/DialogFactory.h"
-#include "ui/DlgFileChoice.h"
+#include "ui/DialogTemplates.h"
 
 #include <chrono>
 #include <iostream>
@@ -41,7 +41,7 @@ bool FileQuestionCancelled(const RecordingsBefore& before)
 {
     const auto& dialogs = CadShim::RecordedDialogs();
     for (std::size_t at = before.dialogs; at < dialogs.size(); ++at) {
-        if (dialogs[at].templateId == CDlgFileChoice::kTemplateId)
+        if (dialogs[at].templateId == kFileChoiceDialogId)
             return dialogs[at].result != FileChoiceOverwrite && dialogs[at].result != FileChoiceAppend;
     }
     const auto& keywords = CadShim::RecordedKeywords();

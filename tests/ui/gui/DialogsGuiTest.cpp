@@ -9,8 +9,8 @@
 #include "refhost/CadShimDialogs.h"
 #include "refhost/CadShimRecording.h"
 #include "ui/DialogFactory.h"
-#include "ui/DlgFileChoice.h"
-#include "ui/DlgTxtConfigurationExport.h"
+#include "ui/wx/DlgFileChoice.h"
+#include "ui/wx/DlgTxtConfigurationExport.h"
 
 #include <gtest/gtest.h>
 #include <wx/bitmap.h>

@@ -8,9 +8,9 @@
 #include "refhost/CadShimDialogs.h"
 #include "refhost/testing/TempDir.h"
 #include "refhost/testing/TestText.h"
-#include "ui/ColumnListCtrl.h"
-#include "ui/DlgTxtConfiguration.h"
-#include "ui/RulerWnd.h"
+#include "ui/wx/ColumnListCtrl.h"
+#include "ui/wx/DlgTxtConfiguration.h"
+#include "ui/wx/RulerWnd.h"
 
 #include <gtest/gtest.h>
 #include <wx/combobox.h>

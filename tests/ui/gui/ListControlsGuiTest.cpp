@@ -3,9 +3,9 @@
 
 #include "DialogDriving.h"
 
-#include "ui/ColumnListCtrl.h"
-#include "ui/PreviewListCtrl.h"
-#include "ui/RunBesideEventLoop.h"
+#include "ui/wx/ColumnListCtrl.h"
+#include "ui/wx/PreviewListCtrl.h"
+#include "ui/wx/RunBesideEventLoop.h"
 
 #include <gtest/gtest.h>
 #include <wx/frame.h>

@@ -2,11 +2,12 @@
 // The existing-file question: the thin view over FileChoiceModel.
 
 #include "host/CadDialogs.h"
+#include "ui/DialogTemplates.h"
 #include "host/Text.h"
 
 class CDlgFileChoice final : public CAdUiBaseDialog {
 public:
-    static constexpr unsigned kTemplateId = 104;
+    static constexpr unsigned kTemplateId = kFileChoiceDialogId;
 
     CDlgFileChoice() : CAdUiBaseDialog(kTemplateId) {}
 

@@ -1,7 +1,7 @@
-#include "ui/DlgFileChoice.h"
+#include "ui/wx/DlgFileChoice.h"
 
 #include "ui/FileChoiceModel.h"
-#include "ui/WxText.h"
+#include "ui/wx/WxText.h"
 
 #include <wx/button.h>
 #include <wx/sizer.h>

@@ -1,6 +1,6 @@
-#include "ui/PreviewListCtrl.h"
+#include "ui/wx/PreviewListCtrl.h"
 
-#include "ui/WxText.h"
+#include "ui/wx/WxText.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "ui/ColumnListCtrl.h"
+#include "ui/wx/ColumnListCtrl.h"
 
 ColumnListCtrl::ColumnListCtrl(wxWindow* parent, int id, const wxSize& size)
     : wxGrid(parent, id, wxDefaultPosition, size, wxWANTS_CHARS | wxBORDER_SIMPLE)

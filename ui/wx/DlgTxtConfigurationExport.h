@@ -2,6 +2,7 @@
 // The export configuration dialog: the thin view over ExportConfigurationModel.
 
 #include "host/CadDialogs.h"
+#include "ui/DialogTemplates.h"
 #include "host/ImpexDefinitions.h"
 #include "ui/ExportConfigurationModel.h"
 
@@ -13,7 +14,7 @@ class wxTextCtrl;
 
 class CDlgTxtConfigurationExport final : public CAdUiBaseDialog {
 public:
-    static constexpr unsigned kTemplateId = 103;
+    static constexpr unsigned kTemplateId = kExportDialogId;
 
     // Asks where to save: true with the chosen path, false when the user cancelled.
     using FileChooser = std::function<bool(wxWindow* parent, const WString& filter, WString& path)>;

@@ -1,4 +1,4 @@
-#include "ui/RulerWnd.h"
+#include "ui/wx/RulerWnd.h"
 
 #include <wx/dcbuffer.h>
 #include <wx/font.h>

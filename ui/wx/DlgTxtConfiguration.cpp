@@ -1,15 +1,15 @@
-#include "ui/DlgTxtConfiguration.h"
+#include "ui/wx/DlgTxtConfiguration.h"
 
 #include "host/CadPlatform.h"
 #include "host/GisUtility.h"
 #include "host/Messages.h"
 #include "textfile/TextFileTypes.h"
-#include "ui/ColumnListCtrl.h"
+#include "ui/wx/ColumnListCtrl.h"
 #include "ui/ColumnTypes.h"
-#include "ui/PreviewListCtrl.h"
-#include "ui/RulerWnd.h"
-#include "ui/RunBesideEventLoop.h"
-#include "ui/WxText.h"
+#include "ui/wx/PreviewListCtrl.h"
+#include "ui/wx/RulerWnd.h"
+#include "ui/wx/RunBesideEventLoop.h"
+#include "ui/wx/WxText.h"
 
 #include <wx/bmpbuttn.h>
 #include <wx/button.h>

@@ -3,6 +3,7 @@
 // preview list and the column list.
 
 #include "host/CadDialogs.h"
+#include "ui/DialogTemplates.h"
 #include "host/ImpexDefinitions.h"
 #include "ui/ImportConfigurationModel.h"
 
@@ -24,7 +25,7 @@ class PreviewListCtrl;
 
 class CDlgTxtConfiguration final : public CAdUiBaseDialog {
 public:
-    static constexpr unsigned kTemplateId = 102;
+    static constexpr unsigned kTemplateId = kImportDialogId;
 
     // Asks which file to open: true with the chosen path, false when the user cancelled.
     using FileChooser = std::function<bool(wxWindow* parent, const WString& filter, WString& path)>;

@@ -1,4 +1,4 @@
-#include "ui/RunBesideEventLoop.h"
+#include "ui/wx/RunBesideEventLoop.h"
 
 #include <wx/app.h>
 #include <wx/apptrait.h>

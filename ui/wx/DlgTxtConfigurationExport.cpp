@@ -1,8 +1,8 @@
-#include "ui/DlgTxtConfigurationExport.h"
+#include "ui/wx/DlgTxtConfigurationExport.h"
 
 #include "host/CadPlatform.h"
 #include "host/Messages.h"
-#include "ui/WxText.h"
+#include "ui/wx/WxText.h"
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
