@@ -12,7 +12,7 @@ HostIcon CModuleConfiguration::LoadImageW(const WChar*, unsigned int, int, int, 
 namespace Utility {
 CVeltoBitmapButton::CVeltoBitmapButton(void* moduleInstance) : moduleInstance_(moduleInstance) {}
 CVeltoBitmapButton::~CVeltoBitmapButton() = default;
-wxWindow* CVeltoBitmapButton::Create(wxWindow*, int) { return nullptr; }
+DialogWindow CVeltoBitmapButton::Create(DialogWindow, int) { return nullptr; }
 void CVeltoBitmapButton::SetButtonIcon(const WChar*, unsigned int, int, int, unsigned int) {}
 } // namespace Utility
 
