@@ -162,8 +162,9 @@ TEST_F(Win32DialogsGui, AltAndTheUnderlinedLetterReachesEachControl)
                       SCOPED_TRACE(std::string("Alt+") + c.letter);
                       dialog.PressAltAnd(c.letter);
                       EXPECT_EQ(dialog.FocusedId(), c.focused);
-                      if (c.checked)
+                      if (c.checked) {
                           EXPECT_TRUE(dialog.IsChecked(c.checked));
+                      }
                   }
                   EXPECT_TRUE(dialog.IsEnabled(114)) << "Other was chosen on the way";
                   dialog.PressKey(VK_ESCAPE);
