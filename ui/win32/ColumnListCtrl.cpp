@@ -1,5 +1,7 @@
 #include "ui/win32/ColumnListCtrl.h"
 
+#include "ui/win32/MarkedColours.h"
+
 #include <algorithm>
 
 namespace {
@@ -406,8 +408,8 @@ LRESULT ColumnListCtrl::CustomDraw(NMLVCUSTOMDRAW& draw) const
             DrawCheck(draw, row, draw.iSubItem);
             return CDRF_SKIPDEFAULT;
         }
-        draw.clrTextBk = cell->marked ? RGB(255, 205, 205) : CLR_DEFAULT;
-        draw.clrText = cell->marked ? RGB(150, 0, 0) : CLR_DEFAULT;
+        draw.clrTextBk = cell->marked ? kMarkedBackground : CLR_DEFAULT;
+        draw.clrText = cell->marked ? kMarkedText : CLR_DEFAULT;
         return CDRF_NEWFONT;
     }
     default: return CDRF_DODEFAULT;

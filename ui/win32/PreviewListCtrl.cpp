@@ -1,5 +1,6 @@
 #include "ui/win32/PreviewListCtrl.h"
 
+#include "ui/win32/MarkedColours.h"
 #include "ui/win32/PlaceholderControl.h"
 
 #include <algorithm>

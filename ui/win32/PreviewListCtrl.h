@@ -20,9 +20,6 @@ public:
     static constexpr std::size_t kShownCellLength = 200;
     // 0x00BBGGRR, or kNoColour.
     static constexpr std::uint32_t kNoColour = 0xFFFFFFFF;
-    // A cell that its column's type cannot convert.
-    static constexpr COLORREF kMarkedBackground = RGB(255, 205, 205);
-    static constexpr COLORREF kMarkedText = RGB(150, 0, 0);
 
     struct Source {
         std::function<const WString*(long row, long column)> cell; // null: an empty cell

@@ -117,6 +117,13 @@ LRESULT CRulerWnd::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
     case WM_PAINT: Paint(); return 0;
+    case WM_PRINTCLIENT: { // PrintWindow and screenshots
+        RECT client;
+        ::GetClientRect(window_, &client);
+        DrawRuler(reinterpret_cast<HDC>(wParam), model_, {client.right, client.bottom},
+                  static_cast<int>(WindowDpi(window_)), ::GetFocus() == window_);
+        return 0;
+    }
     case WM_ERASEBKGND: return 1; // the paint covers every pixel
     case WM_GETDLGCODE: return DLGC_WANTARROWS;
     case WM_SETFOCUS:
