@@ -423,8 +423,11 @@ LRESULT ColumnListCtrl::CustomDraw(NMLVCUSTOMDRAW& draw) const
 void ColumnListCtrl::DrawCheck(const NMLVCUSTOMDRAW& draw, int row, int column) const
 {
     RECT cell = CellRect(row, column);
+    // The row's own background: highlighted while selected in the focused list, as the list
+    // draws the other cells.
     const bool selected = ListView_GetItemState(list_, row, LVIS_SELECTED) != 0;
-    ::FillRect(draw.nmcd.hdc, &cell, ::GetSysColorBrush(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+    const int background = !selected ? COLOR_WINDOW : ::GetFocus() == list_ ? COLOR_HIGHLIGHT : COLOR_BTNFACE;
+    ::FillRect(draw.nmcd.hdc, &cell, ::GetSysColorBrush(background));
     const int side = std::max(4, std::min<int>(cell.bottom - cell.top - 4, cell.right - cell.left - 4));
     RECT box;
     box.left = (cell.left + cell.right - side) / 2;
