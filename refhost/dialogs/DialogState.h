@@ -14,6 +14,7 @@ struct DialogState {
     bool startFailed = false;
     bool alertBoxes = false;
     int dialogsShown = 0; // dialogs open now, nested ones counted
+    std::vector<DialogWindow> openWindows; // on Windows: the dialogs open now, innermost last
     std::vector<DialogRecord> records;
     std::deque<DialogDriver> drivers;
 };
