@@ -16,6 +16,13 @@ if(objects AND TARGET VeltoXGisCore AND TARGET VeltoXImportExportCore AND TARGET
   set_target_properties(VeltoXTessel PROPERTIES
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
+  if(TARGET tessel_win32_resources)
+    # The dialog templates. A resource object inside an archive is never pulled in by the
+    # linker, as nothing refers to it: every program that links the static module gets its own
+    # copy, and its dialogs find the templates in the program itself.
+    target_sources(VeltoXTessel PRIVATE $<TARGET_OBJECTS:tessel_win32_resources>)
+    target_sources(VeltoXTesselStatic INTERFACE $<TARGET_OBJECTS:tessel_win32_resources>)
+  endif()
   if(WIN32)
     # A DLL exports what is marked dllexport: the five entry points. The build fails when the
     # export table holds anything else.

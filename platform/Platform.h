@@ -98,6 +98,11 @@ constexpr std::size_t kMemoryBlockSize = std::size_t(2) << 20;
 void* AllocateBlock(bool largePages);
 void FreeBlock(void* block);
 
+// The module's own instance: on Windows the HINSTANCE of the DLL (or of the program that
+// links the module statically) whose resources hold the dialog templates; elsewhere the base
+// address the module is loaded at. Never null.
+void* ModuleInstance();
+
 // Failure injection for tests, in the manner of a mock of the system calls: the error paths
 // of everything above the platform layer can be run for real. Counters are process-wide
 // and count down as calls are made; ClearFaults() restores normal service.
