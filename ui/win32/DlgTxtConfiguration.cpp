@@ -123,7 +123,7 @@ void CDlgTxtConfiguration::CreateControls()
     tips_->SetTip(::GetDlgItem(window, kRemoveBreaks), LoadMessage(MessageId::RemoveAllBreaksTip));
     markedBrush_ = ::CreateSolidBrush(kMarkedBackground);
     SetUpColumnList();
-    SetUpPreviewSource();
+    preview_->SetSource(PreviewListSourceOf(model_));
 }
 
 void CDlgTxtConfiguration::SetUpColumnList()
@@ -137,25 +137,6 @@ void CDlgTxtConfiguration::SetUpColumnList()
         typeNames.emplace_back(ColumnTypeName(choice));
     columns_->SetChoices(kTypeColumn, std::move(typeNames));
     columns_->OnCellChanged([this](int row, int column) { OnColumnChanged(row, column); });
-}
-
-void CDlgTxtConfiguration::SetUpPreviewSource()
-{
-    preview_->SetSource({
-        [this](long row, long column) -> const WString* {
-            const auto& rows = model_.Preview().Rows();
-            if (row < 0 || static_cast<std::size_t>(row) >= rows.size())
-                return nullptr;
-            const FieldList& fields = rows[static_cast<std::size_t>(row)].fields;
-            return static_cast<std::size_t>(column) < fields.size() ? &fields[static_cast<std::size_t>(column)] : nullptr;
-        },
-        [this](long row) {
-            return model_.Preview().RowColour(static_cast<std::size_t>(row)).value_or(PreviewListCtrl::kNoColour);
-        },
-        [this](long row, long column) {
-            return !model_.CellConverts(static_cast<std::size_t>(row), static_cast<std::size_t>(column));
-        },
-    });
 }
 
 // What the view sizes in pixels itself follows the window's DPI: the ruler's cells and

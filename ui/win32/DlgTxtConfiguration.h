@@ -50,7 +50,6 @@ protected:
 private:
     void CreateControls();
     void SetUpColumnList();
-    void SetUpPreviewSource();
     void ScaleToDpi();
     void ReleaseControls();
     bool OnCommand(int control, unsigned code);

@@ -6,6 +6,7 @@
 // them to OnNotify.
 
 #include "host/Text.h"
+#include "ui/PreviewListSource.h"
 #include "ui/win32/Win32.h"
 
 #include <commctrl.h>
@@ -16,16 +17,9 @@
 
 class PreviewListCtrl final {
 public:
-    // Cells shown at most this many characters long; longer ones end in an ellipsis.
-    static constexpr std::size_t kShownCellLength = 200;
-    // 0x00BBGGRR, or kNoColour.
-    static constexpr std::uint32_t kNoColour = 0xFFFFFFFF;
-
-    struct Source {
-        std::function<const WString*(long row, long column)> cell; // null: an empty cell
-        std::function<std::uint32_t(long row)> rowColour;
-        std::function<bool(long row, long column)> cellMarked;
-    };
+    static constexpr std::size_t kShownCellLength = PreviewListSource::kShownCellLength;
+    static constexpr std::uint32_t kNoColour = PreviewListSource::kNoColour;
+    using Source = PreviewListSource;
 
     // Makes the list, with id, in the rectangle and tab position of the dialog's placeholder.
     PreviewListCtrl(HWND dialog, int placeholderId, int id);

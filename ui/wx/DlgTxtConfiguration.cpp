@@ -287,21 +287,7 @@ void CDlgTxtConfiguration::BindControls()
     columns_->OnCellChanged([this](int row, int column) { OnColumnChanged(row, column); });
     window->Bind(wxEVT_CHAR_HOOK, &CDlgTxtConfiguration::OnCharHook, this);
 
-    preview_->SetSource({
-        [this](long row, long column) -> const WString* {
-            const auto& rows = model_.Preview().Rows();
-            if (row < 0 || static_cast<std::size_t>(row) >= rows.size())
-                return nullptr;
-            const FieldList& fields = rows[static_cast<std::size_t>(row)].fields;
-            return static_cast<std::size_t>(column) < fields.size() ? &fields[static_cast<std::size_t>(column)] : nullptr;
-        },
-        [this](long row) {
-            return model_.Preview().RowColour(static_cast<std::size_t>(row)).value_or(PreviewListCtrl::kNoColour);
-        },
-        [this](long row, long column) {
-            return !model_.CellConverts(static_cast<std::size_t>(row), static_cast<std::size_t>(column));
-        },
-    });
+    preview_->SetSource(PreviewListSourceOf(model_));
 }
 
 void CDlgTxtConfiguration::ShowFields()

@@ -5,6 +5,7 @@
 // only its beginning, so that one huge field cannot stall the drawing.
 
 #include "host/Text.h"
+#include "ui/PreviewListSource.h"
 
 #include <wx/listctrl.h>
 
@@ -14,16 +15,9 @@
 
 class PreviewListCtrl final : public wxListCtrl {
 public:
-    // Cells shown at most this many characters long; longer ones end in an ellipsis.
-    static constexpr std::size_t kShownCellLength = 200;
-    // 0x00BBGGRR, or kNoColour.
-    static constexpr std::uint32_t kNoColour = 0xFFFFFFFF;
-
-    struct Source {
-        std::function<const WString*(long row, long column)> cell; // null: an empty cell
-        std::function<std::uint32_t(long row)> rowColour;
-        std::function<bool(long row, long column)> cellMarked;
-    };
+    static constexpr std::size_t kShownCellLength = PreviewListSource::kShownCellLength;
+    static constexpr std::uint32_t kNoColour = PreviewListSource::kNoColour;
+    using Source = PreviewListSource;
 
     PreviewListCtrl(wxWindow* parent, int id, const wxSize& size = wxDefaultSize);
 
