@@ -44,6 +44,14 @@ enum class MessageId : unsigned {
     TableRowProgress = 60043,
     EncodingLabel = 61050,
     FileNotWritten = 61051,          // "%s" cannot be written, for the system's reason %s; nothing changed
+    ShownColumnsNote = 61052,        // the import wizard's note: the lines have %d columns, only %d are listed
+    OutsideCodePageNote = 61053,     // a field's tooltip: a character is stored as the code page's default
+    SignReadAsQuoteNote = 61054,     // a field's tooltip: a "×" comes back as a double quote
+    QuoteReadAsSignNote = 61055,     // a field's tooltip: a double quote comes back as "×"
+    EncodingAnsi = 61056,            // the encoding the import wizard found: ANSI in code page %d
+    EncodingUtf8 = 61057,
+    EncodingUtf16LE = 61058,
+    EncodingUtf16BE = 61059,
 };
 
 // The host's text for the message; "" when the host does not know the number.

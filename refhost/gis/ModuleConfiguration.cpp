@@ -14,7 +14,7 @@ struct MessageText {
 
 // The English texts of the messages the text-file module uses, sorted by number. 60043 and
 // 7876 are format strings with the file path as their one %s argument; 61051 has the path
-// and then the system's reason.
+// and then the system's reason; 61052 has two numbers, 61056 one.
 constexpr MessageText kMessages[] = {
     {49, WTEXT("File exists")},
     {60, WTEXT("OK")},
@@ -54,6 +54,14 @@ constexpr MessageText kMessages[] = {
     {60043, WTEXT("Cannot open the file %s.")},
     {61050, WTEXT("Encoding")},
     {61051, WTEXT("Cannot write the file %s: %s. Nothing was changed.")},
+    {61052, WTEXT("The lines have %d columns; only C1 to C%d are listed and imported.")},
+    {61053, WTEXT("A character is missing from the code page: the configuration stores its default character.")},
+    {61054, WTEXT("The configuration reads \u00D7 back as \".")},
+    {61055, WTEXT("The configuration reads \" back as \u00D7.")},
+    {61056, WTEXT("ANSI %d")},
+    {61057, WTEXT("UTF-8")},
+    {61058, WTEXT("UTF-16LE")},
+    {61059, WTEXT("UTF-16BE")},
 };
 
 constexpr bool IsSortedById()

@@ -228,6 +228,9 @@ void ColumnListCtrl::EndEdit(bool commit)
     const int column = editColumn_;
     editRow_ = editColumn_ = -1;
     HWND editor = Kind(column) == CellKind::Choice ? combo_ : edit_;
+    // Read before the editor closes: closing a drop-down list may put back its selection.
+    const WString text = editor == edit_ ? EditorText() : WString();
+    const int choice = editor == combo_ ? static_cast<int>(::SendMessageW(combo_, CB_GETCURSEL, 0, 0)) : -1;
     const bool hadFocus = ::GetFocus() == editor;
     if (editor == combo_)
         ::SendMessageW(combo_, CB_SHOWDROPDOWN, FALSE, 0);
@@ -236,22 +239,23 @@ void ColumnListCtrl::EndEdit(bool commit)
         ::SetFocus(list_);
     if (!commit)
         return;
-    bool changed = false;
-    if (editor == edit_) {
-        const int length = ::GetWindowTextLengthW(edit_);
-        WString text(static_cast<std::size_t>(length) + 1, L'\0');
-        text.resize(static_cast<std::size_t>(::GetWindowTextW(edit_, text.data(), length + 1)));
-        changed = text != Text(row, column);
-        if (changed)
-            SetText(row, column, text);
-    } else {
-        const int choice = static_cast<int>(::SendMessageW(combo_, CB_GETCURSEL, 0, 0));
-        changed = choice >= 0 && choice != Choice(row, column);
-        if (changed)
-            SetChoice(row, column, choice);
-    }
-    if (changed && changed_)
+    const bool changed = editor == edit_ ? text != Text(row, column) : choice >= 0 && choice != Choice(row, column);
+    if (!changed)
+        return;
+    if (editor == edit_)
+        SetText(row, column, text);
+    else
+        SetChoice(row, column, choice);
+    if (changed_)
         changed_(row, column);
+}
+
+WString ColumnListCtrl::EditorText() const
+{
+    const int length = ::GetWindowTextLengthW(edit_);
+    WString text(static_cast<std::size_t>(length) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(std::max(::GetWindowTextW(edit_, text.data(), length + 1), 0)));
+    return text;
 }
 
 void ColumnListCtrl::Toggle(int row, int column)
@@ -419,8 +423,11 @@ LRESULT ColumnListCtrl::CustomDraw(NMLVCUSTOMDRAW& draw) const
 void ColumnListCtrl::DrawCheck(const NMLVCUSTOMDRAW& draw, int row, int column) const
 {
     RECT cell = CellRect(row, column);
+    // The row's own background: highlighted while selected in the focused list, as the list
+    // draws the other cells.
     const bool selected = ListView_GetItemState(list_, row, LVIS_SELECTED) != 0;
-    ::FillRect(draw.nmcd.hdc, &cell, ::GetSysColorBrush(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+    const int background = !selected ? COLOR_WINDOW : ::GetFocus() == list_ ? COLOR_HIGHLIGHT : COLOR_BTNFACE;
+    ::FillRect(draw.nmcd.hdc, &cell, ::GetSysColorBrush(background));
     const int side = std::max(4, std::min<int>(cell.bottom - cell.top - 4, cell.right - cell.left - 4));
     RECT box;
     box.left = (cell.left + cell.right - side) / 2;

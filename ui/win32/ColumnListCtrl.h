@@ -80,6 +80,7 @@ private:
     bool OnKey(WPARAM key);
     void Toggle(int row, int column);
     void EndEdit(bool commit);
+    WString EditorText() const;
     void ShowCell(int row, int column);
     HWND MakeEditor(const wchar_t* windowClass, DWORD style);
     RECT CellRect(int row, int column) const;

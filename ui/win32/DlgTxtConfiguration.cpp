@@ -2,7 +2,6 @@
 
 #include "host/Messages.h"
 #include "platform/Platform.h"
-#include "textfile/TextFileTypes.h"
 #include "ui/ColumnTypes.h"
 #include "ui/win32/ColumnListCtrl.h"
 #include "ui/win32/ControlText.h"
@@ -11,11 +10,11 @@
 #include "ui/win32/PreviewListCtrl.h"
 #include "ui/win32/RulerWnd.h"
 #include "ui/win32/RunBesideMessageLoop.h"
-#include "ui/win32/StoredChangeNotes.h"
 #include "ui/win32/TemplateCaptions.h"
 #include "ui/win32/ToolTips.h"
 #include "ui/win32/Win32.h"
 #include "ui/win32/WindowDpi.h"
+#include "ui/win32/WizardNotes.h"
 
 #include <algorithm>
 #include <string>
@@ -56,18 +55,6 @@ constexpr int kPreviewColumnPadding = 16;
 constexpr std::size_t kMeasuredRows = 100;
 // The longest path the system's wide calls take.
 constexpr WPARAM kLongestPath = 32767;
-
-// What the reader found, in the encodings' own names.
-WString EncodingText(const PreviewEncoding& found)
-{
-    switch (found.encoding) {
-    case TextEncoding::Ansi: return WTEXT("ANSI ") + std::to_wstring(found.codePage);
-    case TextEncoding::Utf8: return WTEXT("UTF-8");
-    case TextEncoding::Utf16LE: return WTEXT("UTF-16LE");
-    case TextEncoding::Utf16BE: return WTEXT("UTF-16BE");
-    default: return WString();
-    }
-}
 
 CDlgTxtConfiguration::FileChooser& InstalledChooser()
 {
@@ -379,7 +366,7 @@ void CDlgTxtConfiguration::ShowShownColumns()
 {
     const ImportPreview& preview = model_.Preview();
     const bool cut = preview.ColumnCount() < preview.ColumnsFound();
-    SetControlText(Window(), kShownColumns, cut ? ShownColumnsNote(preview.ColumnsFound(), preview.ColumnCount()) : WString());
+    SetControlText(Window(), kShownColumns, cut ? ShownColumnsText(preview.ColumnsFound(), preview.ColumnCount()) : WString());
     ::ShowWindow(::GetDlgItem(Window(), kShownColumns), cut ? SW_SHOWNA : SW_HIDE);
 }
 

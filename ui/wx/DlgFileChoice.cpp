@@ -1,30 +1,32 @@
 #include "ui/wx/DlgFileChoice.h"
 
 #include "ui/FileChoiceModel.h"
+#include "ui/wx/TemplateControls.h"
+#include "ui/wx/TemplateIds.h"
 #include "ui/wx/WxText.h"
 
 #include <wx/button.h>
 #include <wx/sizer.h>
 #include <wx/textctrl.h>
 
-namespace {
-constexpr int kQuestion = 114;
-} // namespace
+using namespace FileChoiceControl;
 
 bool CDlgFileChoice::OnInitDialog()
 {
     const FileChoiceModel model(path_);
     wxWindow* window = Window();
+    const TemplateControls controls(window, FileChoiceDialogTemplate(),
+                                    [](wxWindow*, const DialogControl&) -> wxWindow* { return nullptr; });
+    auto* question = controls.Get<wxTextCtrl>(kQuestion);
+    question->ChangeValue(ToWxString(model.Question()));
+    question->SetMinSize(wxSize(420, 70));
     auto* rows = new wxBoxSizer(wxVERTICAL);
-    auto* question = new wxTextCtrl(window, kQuestion, ToWxString(model.Question()), wxDefaultPosition,
-                                    wxSize(420, 70), wxTE_MULTILINE | wxTE_READONLY | wxTE_NO_VSCROLL);
     rows->Add(question, 1, wxEXPAND | wxALL, 10);
     auto* buttons = new wxBoxSizer(wxHORIZONTAL);
     for (const FileChoiceModel::Button& choice : FileChoiceModel::kButtons) {
-        auto* button = new wxButton(window, choice.controlId, ToWxString(LoadMessage(choice.caption)));
         const int result = choice.result;
-        button->Bind(wxEVT_BUTTON, [this, result](wxCommandEvent&) { EndDialog(result); });
-        buttons->Add(button, 0, wxLEFT, 8);
+        controls[choice.controlId]->Bind(wxEVT_BUTTON, [this, result](wxCommandEvent&) { EndDialog(result); });
+        buttons->Add(controls[choice.controlId], 0, wxLEFT, 8);
     }
     rows->Add(buttons, 0, wxALIGN_RIGHT | wxRIGHT | wxBOTTOM, 10);
     window->SetSizer(rows);

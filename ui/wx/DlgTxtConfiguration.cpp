@@ -3,12 +3,15 @@
 #include "host/CadPlatform.h"
 #include "host/GisUtility.h"
 #include "host/Messages.h"
+#include "host/WideText.h"
 #include "textfile/TextFileTypes.h"
 #include "ui/wx/ColumnListCtrl.h"
 #include "ui/ColumnTypes.h"
 #include "ui/wx/PreviewListCtrl.h"
 #include "ui/wx/RulerWnd.h"
 #include "ui/wx/RunBesideEventLoop.h"
+#include "ui/wx/TemplateControls.h"
+#include "ui/wx/TemplateIds.h"
 #include "ui/wx/WxText.h"
 
 #include <wx/bmpbuttn.h>
@@ -27,24 +30,7 @@ using VeltoGis::ImportExport::CImportDefinition;
 
 namespace {
 
-// Control ids of the wizard's template.
-enum ControlId {
-    kRebuildColumns = 102,
-    kColumnList = 104,
-    kBrowse = 200,
-    kFilePath = 201,
-    kDelimited = 203,
-    kComments = 204,
-    kFixedWidth = 205,
-    kSpace = 206,
-    kTab = 207,
-    kOther = 208,
-    kOtherDelimiters = 209,
-    kRuler = 221,
-    kRemoveBreaks = 222,
-    kEncoding = 233,
-    kPreviewList = 555,
-};
+using namespace ImportControl;
 
 // The column list's columns.
 enum ColumnListColumn { kLabelColumn, kNameColumn, kTypeColumn, kOnColumn };
@@ -58,10 +44,11 @@ wxString Caption(MessageId id) { return ToWxString(LoadMessage(id)); }
 wxString EncodingText(const PreviewEncoding& found)
 {
     switch (found.encoding) {
-    case TextEncoding::Ansi: return wxString::Format("ANSI %u", found.codePage);
-    case TextEncoding::Utf8: return "UTF-8";
-    case TextEncoding::Utf16LE: return "UTF-16LE";
-    case TextEncoding::Utf16BE: return "UTF-16BE";
+    case TextEncoding::Ansi:
+        return ToWxString(FormatWide(LoadMessage(MessageId::EncodingAnsi), {static_cast<int>(found.codePage)}));
+    case TextEncoding::Utf8: return Caption(MessageId::EncodingUtf8);
+    case TextEncoding::Utf16LE: return Caption(MessageId::EncodingUtf16LE);
+    case TextEncoding::Utf16BE: return Caption(MessageId::EncodingUtf16BE);
     default: return wxString();
     }
 }
@@ -73,13 +60,13 @@ wxColour MarkedBackground() { return wxColour(255, 205, 205); }
 wxString StoredChangeNote(unsigned changes)
 {
     wxString note;
-    const auto add = [&note](const char* utf8) { note += (note.empty() ? "" : "\n") + wxString::FromUTF8(utf8); };
+    const auto add = [&note](MessageId text) { note += (note.empty() ? "" : "\n") + Caption(text); };
     if (changes & ImportValueChange::OutsideCodePage)
-        add("A character is missing from the code page: the configuration stores its default character.");
+        add(MessageId::OutsideCodePageNote);
     if (changes & ImportValueChange::SignReadAsQuote)
-        add("The configuration reads \xC3\x97 back as \".");
+        add(MessageId::SignReadAsQuoteNote);
     if (changes & ImportValueChange::QuoteReadAsSign)
-        add("The configuration reads \" back as \xC3\x97.");
+        add(MessageId::QuoteReadAsSignNote);
     return note;
 }
 
@@ -130,7 +117,7 @@ bool CDlgTxtConfiguration::OnInitDialog()
 {
     CreateControls();
     BindControls();
-    SetWindowText(LoadMessage(MessageId::ImportEngineName).c_str());
+    SetWindowText(LoadMessage(static_cast<MessageId>(ImportDialogTemplate().title)).c_str());
     // A preview of long lines takes seconds to read: the wizard keeps painting meanwhile. The
     // preview list reads the rows being read, so it shows none until they are.
     model_.SetPreviewRunner([this](const std::function<void()>& work, const std::function<void()>& poll) {
@@ -147,99 +134,119 @@ bool CDlgTxtConfiguration::OnInitDialog()
 void CDlgTxtConfiguration::CreateControls()
 {
     wxWindow* window = Window();
-    auto* rows = new wxBoxSizer(wxVERTICAL);
-    rows->Add(CreateFileRow(window), 0, wxEXPAND | wxALL, 8);
-    rows->Add(CreateModeRow(window), 0, wxEXPAND | wxLEFT | wxRIGHT, 8);
-    rows->Add(CreateRulerRow(window), 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, 8);
-    preview_ = new PreviewListCtrl(window, kPreviewList, wxSize(640, 220));
-    rows->Add(preview_, 1, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, 8);
-    shownColumns_ = new wxStaticText(window, wxID_ANY, wxString());
+    const TemplateControls controls(window, ImportDialogTemplate(), [this](wxWindow* parent, const DialogControl& control) {
+        return CreateOwnControl(parent, control);
+    });
+    path_ = controls.Get<wxTextCtrl>(kFilePath);
+    encoding_ = controls.Get<wxStaticText>(kEncoding);
+    delimited_ = controls.Get<wxRadioButton>(kDelimited);
+    fixedWidth_ = controls.Get<wxRadioButton>(kFixedWidth);
+    space_ = controls.Get<wxCheckBox>(kSpace);
+    tab_ = controls.Get<wxCheckBox>(kTab);
+    other_ = controls.Get<wxCheckBox>(kOther);
+    otherDelimiters_ = controls.Get<wxTextCtrl>(kOtherDelimiters);
+    comments_ = controls.Get<wxTextCtrl>(kComments);
+    shownColumns_ = controls.Get<wxStaticText>(kShownColumns);
     shownColumns_->Hide();
+
+    auto* rows = new wxBoxSizer(wxVERTICAL);
+    rows->Add(FileRow(controls), 0, wxEXPAND | wxALL, 8);
+    rows->Add(ModeRow(controls), 0, wxEXPAND | wxLEFT | wxRIGHT, 8);
+    auto* rulerRow = new wxBoxSizer(wxHORIZONTAL);
+    rulerRow->Add(ruler_, 1, wxEXPAND);
+    rulerRow->Add(removeBreaks_, 0, wxLEFT | wxALIGN_CENTER_VERTICAL, 4);
+    rows->Add(rulerRow, 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, 8);
+    rows->Add(preview_, 1, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, 8);
     rows->Add(shownColumns_, 0, wxLEFT | wxRIGHT | wxTOP, 8);
-    rows->Add(CreateColumnRow(window), 0, wxEXPAND | wxALL, 8);
+    rows->Add(ColumnRow(controls), 0, wxEXPAND | wxALL, 8);
     window->SetSizer(rows);
 
     wxToolTip::SetDelay(500);
     wxToolTip::Enable(true);
 }
 
-wxSizer* CDlgTxtConfiguration::CreateFileRow(wxWindow* window)
+wxWindow* CDlgTxtConfiguration::CreateOwnControl(wxWindow* parent, const DialogControl& control)
+{
+    switch (control.id) {
+    case kBrowse: {
+        wxWindow* browse = browse_.Create(parent, control.id);
+        browse_.SetButtonIcon(WTEXT("IDI_OPEN"), 1, 16, 16, 0);
+        return browse;
+    }
+    case kRuler: return ruler_ = new CRulerWnd(parent, control.id, model_.Ruler(), wxSize(-1, 26));
+    case kRemoveBreaks: {
+        const auto* icon =
+            static_cast<const wxBitmap*>(VeltoGis::CModuleConfiguration::Instance()->GetIcon(WTEXT("IDI_DELETE")));
+        removeBreaks_ = new wxBitmapButton(parent, control.id, icon ? *icon : wxBitmap(16, 16));
+        removeBreaks_->SetToolTip(Caption(MessageId::RemoveAllBreaksTip));
+        return removeBreaks_;
+    }
+    case kPreviewPlaceholderId: return preview_ = new PreviewListCtrl(parent, kPreviewListId, wxSize(640, 220));
+    case kColumnList: return columns_ = CreateColumnList(parent, control.id);
+    case kRebuildColumns: {
+        wxWindow* rebuild = rebuild_.Create(parent, control.id);
+        rebuild->SetLabel(CaptionOf(control));
+        return rebuild;
+    }
+    default: return nullptr;
+    }
+}
+
+wxSizer* CDlgTxtConfiguration::FileRow(const TemplateControls& controls)
 {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
-    row->Add(new wxStaticText(window, wxID_ANY, Caption(MessageId::ExportFileLabel)), 0,
-             wxALIGN_CENTER_VERTICAL | wxRIGHT, 6);
-    path_ = new wxTextCtrl(window, kFilePath, wxString(), wxDefaultPosition, wxSize(420, -1));
+    row->Add(controls[kFileLabel], 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, 6);
+    path_->SetMinSize(wxSize(420, -1));
     row->Add(path_, 1, wxALIGN_CENTER_VERTICAL);
-    row->Add(browse_.Create(window, kBrowse), 0, wxLEFT | wxALIGN_CENTER_VERTICAL, 4);
-    browse_.SetButtonIcon(WTEXT("IDI_OPEN"), 1, 16, 16, 0);
-    row->Add(new wxStaticText(window, wxID_ANY, Caption(MessageId::EncodingLabel) + ":"), 0,
-             wxLEFT | wxALIGN_CENTER_VERTICAL, 12);
-    encoding_ = new wxStaticText(window, kEncoding, wxString(), wxDefaultPosition, wxSize(90, -1));
+    row->Add(controls[kBrowse], 0, wxLEFT | wxALIGN_CENTER_VERTICAL, 4);
+    row->Add(controls[kEncodingLabel], 0, wxLEFT | wxALIGN_CENTER_VERTICAL, 12);
+    encoding_->SetMinSize(wxSize(90, -1));
     row->Add(encoding_, 0, wxLEFT | wxALIGN_CENTER_VERTICAL, 4);
     return row;
 }
 
-wxSizer* CDlgTxtConfiguration::CreateModeRow(wxWindow* window)
+wxSizer* CDlgTxtConfiguration::ModeRow(const TemplateControls& controls)
 {
-    // The template's own captions where the host keeps no message.
     auto* row = new wxBoxSizer(wxHORIZONTAL);
-    delimited_ = new wxRadioButton(window, kDelimited, "Delimited", wxDefaultPosition, wxDefaultSize, wxRB_GROUP);
-    fixedWidth_ = new wxRadioButton(window, kFixedWidth, "Fixed width");
     row->Add(delimited_, 0, wxRIGHT | wxALIGN_CENTER_VERTICAL, 12);
     row->Add(fixedWidth_, 0, wxRIGHT | wxALIGN_CENTER_VERTICAL, 24);
-    row->Add(new wxStaticText(window, wxID_ANY, Caption(MessageId::ExportDelimiterLabel) + ":"), 0,
-             wxRIGHT | wxALIGN_CENTER_VERTICAL, 6);
-    space_ = new wxCheckBox(window, kSpace, Caption(MessageId::DelimiterSpace));
-    tab_ = new wxCheckBox(window, kTab, Caption(MessageId::DelimiterTab));
-    other_ = new wxCheckBox(window, kOther, Caption(MessageId::DelimiterOther));
-    otherDelimiters_ = new wxTextCtrl(window, kOtherDelimiters, wxString(), wxDefaultPosition, wxSize(50, -1));
-    for (wxWindow* control : {static_cast<wxWindow*>(space_), static_cast<wxWindow*>(tab_),
-                              static_cast<wxWindow*>(other_), static_cast<wxWindow*>(otherDelimiters_)})
-        row->Add(control, 0, wxRIGHT | wxALIGN_CENTER_VERTICAL, 6);
-    row->Add(new wxStaticText(window, wxID_ANY, "Comment characters:"), 0,
-             wxLEFT | wxRIGHT | wxALIGN_CENTER_VERTICAL, 6);
-    comments_ = new wxTextCtrl(window, kComments, wxString(), wxDefaultPosition, wxSize(50, -1));
+    row->Add(controls[kDelimiterLabel], 0, wxRIGHT | wxALIGN_CENTER_VERTICAL, 6);
+    otherDelimiters_->SetMinSize(wxSize(50, -1));
+    for (int id : {kSpace, kTab, kOther, kOtherDelimiters})
+        row->Add(controls[id], 0, wxRIGHT | wxALIGN_CENTER_VERTICAL, 6);
+    row->Add(controls[kCommentLabel], 0, wxLEFT | wxRIGHT | wxALIGN_CENTER_VERTICAL, 6);
+    comments_->SetMinSize(wxSize(50, -1));
     row->Add(comments_, 0, wxALIGN_CENTER_VERTICAL);
     return row;
 }
 
-wxSizer* CDlgTxtConfiguration::CreateRulerRow(wxWindow* window)
+ColumnListCtrl* CDlgTxtConfiguration::CreateColumnList(wxWindow* parent, int id)
 {
-    auto* row = new wxBoxSizer(wxHORIZONTAL);
-    ruler_ = new CRulerWnd(window, kRuler, model_.Ruler(), wxSize(-1, 26));
-    row->Add(ruler_, 1, wxEXPAND);
-    const auto* icon =
-        static_cast<const wxBitmap*>(VeltoGis::CModuleConfiguration::Instance()->GetIcon(WTEXT("IDI_DELETE")));
-    removeBreaks_ = new wxBitmapButton(window, kRemoveBreaks, icon ? *icon : wxBitmap(16, 16));
-    removeBreaks_->SetToolTip(Caption(MessageId::RemoveAllBreaksTip));
-    row->Add(removeBreaks_, 0, wxLEFT | wxALIGN_CENTER_VERTICAL, 4);
-    return row;
-}
-
-wxSizer* CDlgTxtConfiguration::CreateColumnRow(wxWindow* window)
-{
-    auto* row = new wxBoxSizer(wxHORIZONTAL);
-    columns_ = new ColumnListCtrl(window, kColumnList, wxSize(330, 160));
-    columns_->SetColumns({{Caption(MessageId::ColumnLabelHeading), 70, ColumnListCtrl::CellKind::Text},
-                          {Caption(MessageId::ColumnNameHeading), 90, ColumnListCtrl::CellKind::EditableText},
-                          {Caption(MessageId::ColumnTypeHeading), 70, ColumnListCtrl::CellKind::Choice},
-                          {Caption(MessageId::ColumnImportHeading), 64, ColumnListCtrl::CellKind::Check}});
+    auto* columns = new ColumnListCtrl(parent, id, wxSize(330, 160));
+    columns->SetColumns({{Caption(MessageId::ColumnLabelHeading), 70, ColumnListCtrl::CellKind::Text},
+                         {Caption(MessageId::ColumnNameHeading), 90, ColumnListCtrl::CellKind::EditableText},
+                         {Caption(MessageId::ColumnTypeHeading), 70, ColumnListCtrl::CellKind::Choice},
+                         {Caption(MessageId::ColumnImportHeading), 64, ColumnListCtrl::CellKind::Check}});
     wxArrayString typeNames;
     for (int choice = 0; choice < kColumnTypeChoices; ++choice)
         typeNames.Add(ToWxString(ColumnTypeName(choice)));
-    columns_->SetChoices(kTypeColumn, typeNames);
+    columns->SetChoices(kTypeColumn, typeNames);
+    return columns;
+}
+
+wxSizer* CDlgTxtConfiguration::ColumnRow(const TemplateControls& controls)
+{
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
     auto* columnBox = new wxBoxSizer(wxVERTICAL);
-    columnBox->Add(new wxStaticText(window, wxID_ANY, Caption(MessageId::ColumnHeading)), 0, wxBOTTOM, 4);
+    columnBox->Add(controls[kColumnLabel], 0, wxBOTTOM, 4);
     columnBox->Add(columns_, 1, wxEXPAND);
     row->Add(columnBox, 0, wxEXPAND);
-    wxWindow* rebuild = rebuild_.Create(window, kRebuildColumns);
-    rebuild->SetLabel("Columns from the preview");
-    row->Add(rebuild, 0, wxLEFT | wxALIGN_BOTTOM, 8);
+    row->Add(controls[kRebuildColumns], 0, wxLEFT | wxALIGN_BOTTOM, 8);
     row->AddStretchSpacer();
     auto* buttons = new wxBoxSizer(wxVERTICAL);
     // No default button: Enter moves on and never closes the wizard.
-    buttons->Add(new wxButton(window, IDOK, Caption(MessageId::OkCaption)), 0, wxBOTTOM, 6);
-    buttons->Add(new wxButton(window, IDCANCEL, Caption(MessageId::CancelCaption)));
+    buttons->Add(controls[kOk], 0, wxBOTTOM, 6);
+    buttons->Add(controls[kCancel]);
     row->Add(buttons, 0, wxALIGN_BOTTOM);
     return row;
 }
@@ -265,6 +272,7 @@ void CDlgTxtConfiguration::BindControls()
     for (wxTextCtrl* edit : {otherDelimiters_, comments_})
         edit->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { TakeDelimiters(); });
     ruler_->Bind(wxEVT_LEFT_DOWN, &CDlgTxtConfiguration::OnRulerMouse, this);
+    ruler_->Bind(wxEVT_LEFT_DCLICK, &CDlgTxtConfiguration::OnRulerMouse, this);
     ruler_->Bind(wxEVT_MOTION, &CDlgTxtConfiguration::OnRulerMouse, this);
     ruler_->Bind(wxEVT_KEY_DOWN, &CDlgTxtConfiguration::OnRulerKey, this);
     removeBreaks_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
@@ -378,8 +386,8 @@ void CDlgTxtConfiguration::ShowPreview()
     preview_->Thaw();
     // Said, so that nobody takes the columns listed for all there are.
     const bool cut = preview.ColumnCount() < preview.ColumnsFound();
-    shownColumns_->SetLabel(cut ? wxString::Format("The lines have %d columns; only C1 to C%d are listed and imported.",
-                                                   preview.ColumnsFound(), preview.ColumnCount())
+    shownColumns_->SetLabel(cut ? ToWxString(FormatWide(LoadMessage(MessageId::ShownColumnsNote),
+                                                        {preview.ColumnsFound(), preview.ColumnCount()}))
                                 : wxString());
     if (shownColumns_->IsShown() != cut) {
         shownColumns_->Show(cut);
@@ -447,7 +455,9 @@ void CDlgTxtConfiguration::OnRulerMouse(wxMouseEvent& event)
         return;
     const int position = model_.Ruler().PositionAt(event.GetX(), event.GetY());
     ShowRulerTip(position);
-    if (event.GetEventType() == wxEVT_LEFT_DOWN && model_.ClickRuler(position))
+    // A quick second click at the same place takes the break away again, as a first click would.
+    const bool click = event.GetEventType() == wxEVT_LEFT_DOWN || event.GetEventType() == wxEVT_LEFT_DCLICK;
+    if (click && model_.ClickRuler(position))
         ShowPreview();
 }
 

@@ -22,6 +22,7 @@ class wxWindow;
 class ColumnListCtrl;
 class CRulerWnd;
 class PreviewListCtrl;
+class TemplateControls;
 
 class CDlgTxtConfiguration final : public CAdUiBaseDialog {
 public:
@@ -46,11 +47,13 @@ protected:
     void OnCancel() override;
 
 private:
+    // The template's controls, in its order; the view's own kinds from CreateOwnControl.
     void CreateControls();
-    wxSizer* CreateFileRow(wxWindow* window);
-    wxSizer* CreateModeRow(wxWindow* window);
-    wxSizer* CreateRulerRow(wxWindow* window);
-    wxSizer* CreateColumnRow(wxWindow* window);
+    wxWindow* CreateOwnControl(wxWindow* parent, const DialogControl& control);
+    ColumnListCtrl* CreateColumnList(wxWindow* parent, int id);
+    wxSizer* FileRow(const TemplateControls& controls);
+    wxSizer* ModeRow(const TemplateControls& controls);
+    wxSizer* ColumnRow(const TemplateControls& controls);
     void BindControls();
     void ShowFields();
     // Marks the fields that the configuration would not give back as shown.

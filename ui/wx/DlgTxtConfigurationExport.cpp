@@ -2,6 +2,8 @@
 
 #include "host/CadPlatform.h"
 #include "host/Messages.h"
+#include "ui/wx/TemplateControls.h"
+#include "ui/wx/TemplateIds.h"
 #include "ui/wx/WxText.h"
 
 #include <wx/button.h>
@@ -17,26 +19,7 @@ using VeltoGis::ImportExport::CExportDefinition;
 
 namespace {
 
-// Control ids of the dialog's template.
-enum ControlId {
-    kFormatFirst = 107,
-    kFormatSecond = 108,
-    kHeader = 109,
-    kDelimiterSpace = 110,
-    kDelimiterTab = 111,
-    kDelimiterOther = 112,
-    kOtherDelimiter = 114,
-    kFileLabel = 115,
-    kCommentLabel = 116,
-    kDelimiterLabel = 117,
-    kFormatGroup = 118,
-    kFilePath = 105,
-    kBrowse = 200,
-    kComment = 204,
-    kEncodingLabel = 233,
-};
-
-wxString Caption(MessageId id) { return ToWxString(LoadMessage(id)); }
+using namespace ExportControl;
 
 bool ToolkitFileChooser(wxWindow* parent, const WString& filter, WString& path)
 {
@@ -70,65 +53,59 @@ void CDlgTxtConfigurationExport::SetFileChooser(FileChooser chooser) { Installed
 bool CDlgTxtConfigurationExport::OnInitDialog()
 {
     wxWindow* window = Window();
+    const TemplateControls controls(window, ExportDialogTemplate(), [this](wxWindow* parent, const DialogControl& control) {
+        return control.id == kBrowse ? static_cast<wxWindow*>(browse_.Create(parent, control.id)) : nullptr;
+    });
+    browse_.SetButtonIcon(WTEXT("IDI_OPEN"), 1, 16, 16, 0);
+    path_ = controls.Get<wxTextCtrl>(kFilePath);
+    comment_ = controls.Get<wxTextCtrl>(kComment);
+    otherDelimiter_ = controls.Get<wxTextCtrl>(kOtherDelimiter);
+    header_ = controls.Get<wxCheckBox>(kHeader);
+    const int kinds[] = {kSpace, kTab, kOther};
+    for (int kind = 0; kind < 3; ++kind) {
+        delimiterKinds_[kind] = controls.Get<wxRadioButton>(kinds[kind]);
+        delimiterKinds_[kind]->Bind(wxEVT_RADIOBUTTON, [this](wxCommandEvent&) { ApplyDelimiterKind(); });
+    }
+    formats_[0] = controls.Get<wxRadioButton>(kAnsi);
+    formats_[1] = controls.Get<wxRadioButton>(kUtf16);
+
     auto* rows = new wxBoxSizer(wxVERTICAL);
     auto* grid = new wxFlexGridSizer(2, wxSize(8, 6));
     grid->AddGrowableCol(1);
-
-    grid->Add(new wxStaticText(window, kFileLabel, Caption(MessageId::ExportDialogFileLabel)), 0, wxALIGN_CENTER_VERTICAL);
+    grid->Add(controls[kFileLabel], 0, wxALIGN_CENTER_VERTICAL);
     auto* fileRow = new wxBoxSizer(wxHORIZONTAL);
-    path_ = new wxTextCtrl(window, kFilePath, wxString(), wxDefaultPosition, wxSize(360, -1));
+    path_->SetMinSize(wxSize(360, -1));
     fileRow->Add(path_, 1, wxALIGN_CENTER_VERTICAL);
-    fileRow->Add(browse_.Create(window, kBrowse), 0, wxLEFT | wxALIGN_CENTER_VERTICAL, 4);
-    browse_.SetButtonIcon(WTEXT("IDI_OPEN"), 1, 16, 16, 0);
+    fileRow->Add(controls[kBrowse], 0, wxLEFT | wxALIGN_CENTER_VERTICAL, 4);
     grid->Add(fileRow, 1, wxEXPAND);
-
-    grid->Add(new wxStaticText(window, kCommentLabel, Caption(MessageId::ExportDialogCommentLabel)), 0,
-              wxALIGN_CENTER_VERTICAL);
-    comment_ = new wxTextCtrl(window, kComment);
+    grid->Add(controls[kCommentLabel], 0, wxALIGN_CENTER_VERTICAL);
     grid->Add(comment_, 1, wxEXPAND);
-
-    grid->Add(new wxStaticText(window, kDelimiterLabel, Caption(MessageId::ExportDialogDelimiterLabel)), 0,
-              wxALIGN_CENTER_VERTICAL);
+    grid->Add(controls[kDelimiterLabel], 0, wxALIGN_CENTER_VERTICAL);
     auto* delimiterRow = new wxBoxSizer(wxHORIZONTAL);
-    const MessageId kindCaptions[] = {MessageId::DelimiterSpace, MessageId::DelimiterTab, MessageId::DelimiterOther};
-    for (int kind = 0; kind < 3; ++kind) {
-        delimiterKinds_[kind] = new wxRadioButton(window, kDelimiterSpace + kind, Caption(kindCaptions[kind]),
-                                                  wxDefaultPosition, wxDefaultSize, kind == 0 ? wxRB_GROUP : 0);
-        delimiterRow->Add(delimiterKinds_[kind], 0, wxRIGHT | wxALIGN_CENTER_VERTICAL, 8);
-        delimiterKinds_[kind]->Bind(wxEVT_RADIOBUTTON, [this](wxCommandEvent&) { ApplyDelimiterKind(); });
-    }
-    otherDelimiter_ = new wxTextCtrl(window, kOtherDelimiter, wxString(), wxDefaultPosition, wxSize(60, -1));
+    for (wxRadioButton* kind : delimiterKinds_)
+        delimiterRow->Add(kind, 0, wxRIGHT | wxALIGN_CENTER_VERTICAL, 8);
+    otherDelimiter_->SetMinSize(wxSize(60, -1));
     delimiterRow->Add(otherDelimiter_, 0, wxALIGN_CENTER_VERTICAL);
     grid->Add(delimiterRow, 1, wxEXPAND);
-
     grid->AddSpacer(0);
-    header_ = new wxCheckBox(window, kHeader, Caption(MessageId::ExportDialogHeaderCaption));
     grid->Add(header_);
     rows->Add(grid, 0, wxEXPAND | wxALL, 10);
 
-    auto* format = new wxStaticBoxSizer(new wxStaticBox(window, kFormatGroup, Caption(MessageId::FormatLabel)),
-                                        wxHORIZONTAL);
-    format->Add(new wxStaticText(format->GetStaticBox(), kEncodingLabel, Caption(MessageId::EncodingLabel)), 0,
-                wxALIGN_CENTER_VERTICAL | wxALL, 6);
-    // The encodings' own names: the same in every language.
-    formats_[0] = new wxRadioButton(format->GetStaticBox(), kFormatFirst, "ANSI", wxDefaultPosition, wxDefaultSize,
-                                    wxRB_GROUP);
-    formats_[1] = new wxRadioButton(format->GetStaticBox(), kFormatSecond, "Unicode (UTF-16LE)");
-    format->Add(formats_[0], 0, wxALIGN_CENTER_VERTICAL | wxALL, 6);
-    format->Add(formats_[1], 0, wxALIGN_CENTER_VERTICAL | wxALL, 6);
+    // The box's controls are its siblings, as in the template, so that one tab order holds all.
+    auto* format = new wxStaticBoxSizer(controls.Get<wxStaticBox>(kFormatGroup), wxHORIZONTAL);
+    for (int id : {kEncodingLabel, kAnsi, kUtf16})
+        format->Add(controls[id], 0, wxALIGN_CENTER_VERTICAL | wxALL, 6);
     rows->Add(format, 0, wxEXPAND | wxLEFT | wxRIGHT, 10);
 
     auto* buttons = new wxBoxSizer(wxHORIZONTAL);
-    auto* ok = new wxButton(window, IDOK, Caption(MessageId::OkCaption));
-    ok->SetDefault(); // Enter in an edit means OK
-    buttons->Add(ok, 0, wxRIGHT, 8);
-    buttons->Add(new wxButton(window, IDCANCEL, Caption(MessageId::CancelCaption)));
+    buttons->Add(controls[kOk], 0, wxRIGHT, 8); // the default button: Enter in an edit means OK
+    buttons->Add(controls[kCancel]);
     rows->Add(buttons, 0, wxALIGN_RIGHT | wxALL, 10);
     window->SetSizer(rows);
 
-    ok->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnOK(); });
-    window->FindWindow(kBrowse)->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { ChooseFile(); });
-    SetWindowText(LoadMessage(MessageId::ExportDialogTitle).c_str());
+    controls[kOk]->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnOK(); });
+    controls[kBrowse]->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { ChooseFile(); });
+    SetWindowText(LoadMessage(static_cast<MessageId>(ExportDialogTemplate().title)).c_str());
 
     model_.Open();
     ShowFields();

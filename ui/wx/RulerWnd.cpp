@@ -41,6 +41,8 @@ CRulerWnd::CRulerWnd(wxWindow* parent, int id, RulerModel& model, const wxSize& 
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     Bind(wxEVT_PAINT, &CRulerWnd::OnPaint, this);
     Bind(wxEVT_LEFT_DOWN, &CRulerWnd::OnLeftDown, this);
+    // A quick second click is a click of its own (the toolkit reports it as a double click).
+    Bind(wxEVT_LEFT_DCLICK, &CRulerWnd::OnLeftDown, this);
     Bind(wxEVT_KEY_DOWN, &CRulerWnd::OnKeyDown, this);
     Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) { Refresh(); event.Skip(); });
     Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) { Refresh(); event.Skip(); });

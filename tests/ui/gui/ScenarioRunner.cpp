@@ -11,6 +11,7 @@
 #include "refhost/CadShimRecording.h"
 #include "refhost/testing/TempDir.h"
 #include "refhost/testing/TestText.h"
+#include "ui/DialogTemplates.h"
 #include "ui/ImportConfigurationModel.h"
 #include "ui/wx/ColumnListCtrl.h"
 #include "ui/wx/DlgFileChoice.h"
@@ -208,6 +209,13 @@ protected:
     }
 };
 
+const DialogTemplate& TemplateOf(unsigned dialog)
+{
+    return dialog == kImportDialogId ? ImportDialogTemplate()
+           : dialog == kExportDialogId ? ExportDialogTemplate()
+                                       : FileChoiceDialogTemplate();
+}
+
 int RunDialog(const DialogScenario& scenario, const ScenarioPlayer& player, CImportDefinition& import,
               CExportDefinition& exportDefinition)
 {
@@ -273,6 +281,13 @@ TEST_P(DialogScenarioTest, PlayedWithRealInput)
                   expected);
     }
     EXPECT_EQ(CadShim::RecordedAlerts().size(), player.AlertsSeen()) << "alerts the scenario did not expect";
+    // Shown once, under its template's number and title, answering the CAD application's
+    // keep-focus question with yes.
+    ASSERT_EQ(CadShim::RecordedDialogs().size(), 1u);
+    const CadShim::DialogRecord& shown = CadShim::RecordedDialogs()[0];
+    EXPECT_EQ(shown.templateId, scenario.dialog);
+    EXPECT_EQ(shown.keepFocusAnswer, 1);
+    EXPECT_EQ(shown.title, LoadMessage(static_cast<MessageId>(TemplateOf(scenario.dialog).title)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, DialogScenarioTest, ::testing::ValuesIn(DialogScenarios()),

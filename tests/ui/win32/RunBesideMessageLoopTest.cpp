@@ -25,6 +25,7 @@ TEST(RunBesideMessageLoop, WindowsKeepHandlingMessagesButGetNoInputWhileWorkRuns
 {
     TestWindow window;
     SKIP_WITHOUT_WINDOW(window);
+    ::ShowWindow(window.Handle(), SW_SHOWNA); // the windows on screen are the ones disabled
     HWND button = window.AddChild(kButtonId, L"Button", WS_VISIBLE, {10, 10, 100, 30});
     std::promise<void> release;
     std::future<void> released = release.get_future();

@@ -21,7 +21,7 @@ TestWindow::TestWindow()
     }();
     if (!initialised)
         return;
-    window_ = ::CreateWindowExW(WS_EX_CONTROLPARENT, kTestWindowClass, L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
+    window_ = ::CreateWindowExW(WS_EX_CONTROLPARENT, kTestWindowClass, L"", WS_OVERLAPPEDWINDOW, 0, 0,
                                 800, 600, nullptr, nullptr, ::GetModuleHandleW(nullptr), this);
     PumpMessages();
 }

@@ -1,5 +1,6 @@
 #pragma once
-// A top-level window for the controls under test, standing in for the dialog: it holds the
+// A top-level window for the controls under test, standing in for the dialog (hidden unless a
+// test shows it: under Wine a shown window takes seconds to go away): it holds the
 // placeholders the controls replace, hands the notifications its children send to whoever
 // the test names, and records what reaches it. Tests skip when no window can be made (no
 // display).
