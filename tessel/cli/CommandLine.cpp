@@ -38,6 +38,9 @@ std::optional<Command> ParseCommandLine(int argc, const char* const* argv, std::
     Command command;
     CLI::App app("Imports surveyors' text files through the VeltoXTessel module and exports them back to text.",
                  "tessel");
+    // Options are --name on every system: on Windows a path such as /data/survey.txt (the
+    // current drive's root, or the Unix file system under Wine) is a file, not an option.
+    app.allow_windows_style_options(false);
     app.fallthrough();
     app.require_subcommand(1);
     app.set_version_flag("--version", kVersion);

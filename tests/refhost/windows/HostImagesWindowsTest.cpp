@@ -1,10 +1,11 @@
-// The host's icons on Windows and the icon button showing them.
+// The host's icons on Windows.
 
 #include "host/GisUtility.h"
-#include "tests/refhost/windows/DialogTesting.h"
 
-using shimtest::DialogsOnWindows;
-using shimtest::TestDialog;
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
 using VeltoGis::CModuleConfiguration;
 
 namespace {
@@ -80,36 +81,4 @@ TEST(HostImagesOnWindows, UnknownNameHasNoIcon)
     EXPECT_EQ(host.LoadImageW(WTEXT("IDI_OPEN2"), IMAGE_ICON, 16, 16, 0), nullptr);
     EXPECT_EQ(host.LoadImageW(nullptr, IMAGE_ICON, 16, 16, 0), nullptr);
     EXPECT_EQ(host.GetIcon(WTEXT("")), nullptr);
-}
-
-TEST_F(DialogsOnWindows, IconButtonIsTheTemplatesButtonShowingTheHostsIcon)
-{
-    struct {
-        const WChar* name;
-        bool shown;
-    } cases[] = {{WTEXT("IDI_OPEN"), true}, {WTEXT("IDI_NO_SUCH_ICON"), false}};
-    for (const auto& icon : cases) {
-        SCOPED_TRACE(icon.shown ? "known icon" : "unknown icon");
-        TestDialog dialog;
-        VeltoGis::Utility::CVeltoBitmapButton button(nullptr);
-        HWND created = nullptr;
-        dialog.onInit = [&](TestDialog& self) {
-            created = button.Create(self.Handle(), SHIM_TEST_ICON_BUTTON);
-            button.SetButtonIcon(icon.name, IMAGE_ICON, 16, 16, 0);
-            return true;
-        };
-        HANDLE shown = nullptr;
-        HWND templateButton = nullptr;
-        CadShim::DriveNextDialog([&](HWND window) {
-            templateButton = GetDlgItem(window, SHIM_TEST_ICON_BUTTON);
-            shown = reinterpret_cast<HANDLE>(SendMessageW(templateButton, BM_GETIMAGE, IMAGE_ICON, 0));
-            dialog.EndDialog(IDOK);
-        });
-        EXPECT_EQ(dialog.DoModal(), IDOK);
-        EXPECT_EQ(created, templateButton);
-        if (icon.shown)
-            EXPECT_EQ(shown, CModuleConfiguration::Instance()->LoadImageW(icon.name, IMAGE_ICON, 16, 16, 0));
-        else
-            EXPECT_EQ(shown, nullptr);
-    }
 }

@@ -277,27 +277,3 @@ TEST_F(DialogsOnWindows, ControlsAreTheVersionTheModulesManifestNames)
     EXPECT_FALSE(SendMessageW(ownButton, BCM_GETIDEALSIZE, 0, LPARAM(&size)));
     DestroyWindow(ownButton);
 }
-
-TEST(DialogsNotAllowed, DoModalShowsNothingAndDoesNotInitialise)
-{
-    CadShim::AllowDialogs(false);
-    CadShim::ClearRecordedDialogs();
-    TestDialog dialog;
-    EXPECT_EQ(dialog.DoModal(), kDialogNotShown);
-    EXPECT_EQ(dialog.initCalls, 0);
-    EXPECT_TRUE(CadShim::RecordedDialogs().empty());
-}
-
-TEST(DialogsWithoutDesktop, AllowedDialogsAreNotShown)
-{
-    CadShim::AllowDialogs(true);
-    const bool started = CadShim::StartDialogs();
-    if (started) {
-        CadShim::AllowDialogs(false);
-        GTEST_SKIP() << "there is a desktop";
-    }
-    TestDialog dialog;
-    EXPECT_EQ(dialog.DoModal(), kDialogNotShown);
-    EXPECT_EQ(dialog.initCalls, 0);
-    CadShim::AllowDialogs(false);
-}
