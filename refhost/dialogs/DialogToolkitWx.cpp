@@ -24,18 +24,6 @@ bool HasDisplay()
 
 } // namespace
 
-DialogState& Dialogs()
-{
-    static DialogState state;
-    return state;
-}
-
-void AllowDialogs(bool allow) { Dialogs().allowed = allow; }
-
-bool DialogsAllowed() { return Dialogs().allowed; }
-
-void ShowAlertsInMessageBoxes(bool show) { Dialogs().alertBoxes = show; }
-
 bool ShowAlertBox(const WString& text)
 {
     const DialogState& state = Dialogs();
@@ -68,11 +56,5 @@ bool StartDialogs()
     state.started = true;
     return true;
 }
-
-const std::vector<DialogRecord>& RecordedDialogs() { return Dialogs().records; }
-
-void ClearRecordedDialogs() { Dialogs().records.clear(); }
-
-void DriveNextDialog(DialogDriver driver) { Dialogs().drivers.push_back(std::move(driver)); }
 
 } // namespace CadShim
