@@ -161,10 +161,20 @@ bool DrivenDialog::Settle() const
 
 void DrivenDialog::Click(int id) const
 {
-    if (HWND button = Control(id)) {
-        PostMessageW(button, BM_CLICK, 0, 0);
+    HWND control = Control(id);
+    if (!control)
+        return;
+    wchar_t className[16] = {};
+    GetClassNameW(control, className, 16);
+    if (lstrcmpiW(className, L"Button") == 0) {
+        PostMessageW(control, BM_CLICK, 0, 0);
         Settle();
+        return;
     }
+    // Any other control (an edit that takes the focus) gets the mouse itself, in its middle.
+    RECT client{};
+    GetClientRect(control, &client);
+    ClickAt(control, client.right / 2, client.bottom / 2);
 }
 
 void DrivenDialog::ClickAt(DialogWindow window, int x, int y) const

@@ -27,7 +27,8 @@ public:
     // false when the dialog closed first (or its thread stopped answering).
     bool Settle() const;
 
-    // A click of the button (BM_CLICK, as the mouse gives it).
+    // A click of the control: a button's BM_CLICK (as the mouse gives it), the mouse in the
+    // middle of any other control (an edit then has the focus).
     void Click(int id) const;
     // A click of the left button at a client point of one of the dialog's windows (a list's
     // cell, a place on the ruler): the press and the release, as the mouse gives them.

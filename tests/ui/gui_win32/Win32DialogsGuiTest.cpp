@@ -139,6 +139,9 @@ TEST_F(Win32DialogsGui, TabVisitsTheControlsInTheTemplatesOrder)
         // The delimiter's radio group is one stop (the checked one); 114 is off for a space.
         {kDialogs[0], {105, 200, 204, 110, 109, 107, IDOK, IDCANCEL, 105}},
         {kDialogs[1], {113, 112, 111, 113}},
+        // Delimited: the ruler and its button are off; the preview list stands where its
+        // placeholder did.
+        {kDialogs[2], {201, 200, 203, 206, 207, 208, 209, 204, 555, 104, 102, IDOK, IDCANCEL, 201}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.dialog.name);
