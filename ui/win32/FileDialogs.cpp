@@ -15,10 +15,24 @@ constexpr std::size_t kLongPathBuffer = 32768;
 
 enum class Purpose { Open, Save };
 
+// The extension of the system filter's first pattern ("txt" of "*.txt"): the chooser puts it
+// on a name typed without one, before it looks whether that file exists, so that the
+// question about overwriting is asked of the file that is then written. "" when the pattern
+// names no single extension.
+WString DefaultExtension(const WString& filter)
+{
+    const std::size_t pattern = filter.find(WChar()) + 1;
+    if (pattern == 0 || filter.compare(pattern, 2, WTEXT("*.")) != 0)
+        return {};
+    WString extension = filter.substr(pattern + 2, filter.find_first_of(WString(WTEXT(";")) + WChar(), pattern) - pattern - 2);
+    return extension.find_first_of(WTEXT("*?")) == WString::npos ? extension : WString();
+}
+
 bool RunChooser(Purpose purpose, DialogWindow owner, const WString& hostFilter, const WString& start,
                 WString& path)
 {
     const WString filter = FileDialogFilter(hostFilter);
+    const WString extension = DefaultExtension(filter);
     std::vector<WChar> buffer(kLongPathBuffer, WChar());
     start.copy(buffer.data(), std::min(start.size(), kLongPathBuffer - 1));
 
@@ -27,6 +41,7 @@ bool RunChooser(Purpose purpose, DialogWindow owner, const WString& hostFilter, 
     request.hwndOwner = owner;
     request.lpstrFilter = filter.empty() ? nullptr : filter.c_str();
     request.nFilterIndex = 1;
+    request.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
     request.lpstrFile = buffer.data();
     request.nMaxFile = static_cast<DWORD>(buffer.size());
     request.Flags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST |

@@ -161,10 +161,37 @@ bool DrivenDialog::Settle() const
 
 void DrivenDialog::Click(int id) const
 {
-    if (HWND button = Control(id)) {
-        PostMessageW(button, BM_CLICK, 0, 0);
+    HWND control = Control(id);
+    if (!control)
+        return;
+    wchar_t className[16] = {};
+    GetClassNameW(control, className, 16);
+    if (lstrcmpiW(className, L"Button") == 0) {
+        PostMessageW(control, BM_CLICK, 0, 0);
         Settle();
+        return;
     }
+    // Any other control (an edit that takes the focus) gets the mouse itself, in its middle.
+    RECT client{};
+    GetClientRect(control, &client);
+    ClickAt(control, client.right / 2, client.bottom / 2);
+}
+
+void DrivenDialog::ClickAt(DialogWindow window, int x, int y) const
+{
+    const LPARAM point = MAKELPARAM(x, y);
+    PostMessageW(window, WM_MOUSEMOVE, 0, point);
+    PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, point);
+    PostMessageW(window, WM_LBUTTONUP, 0, point);
+    Settle();
+}
+
+void DrivenDialog::Type(const WString& text) const
+{
+    HWND focused = Focused();
+    for (const WChar unit : text)
+        PostMessageW(focused ? focused : window_, WM_CHAR, static_cast<WPARAM>(unit), 1);
+    Settle();
 }
 
 void DrivenDialog::TypeText(int id, const WString& text) const
@@ -172,29 +199,40 @@ void DrivenDialog::TypeText(int id, const WString& text) const
     HWND control = Control(id);
     if (!control)
         return;
-    InDialogThread([control] {
+    // The keys go where the focus lands: a combined control (the system chooser's file name)
+    // hands it to the edit inside.
+    HWND target = control;
+    InDialogThread([control, &target] {
         SetFocus(control);
-        SendMessageW(control, EM_SETSEL, 0, -1);
+        HWND focused = GetFocus();
+        if (focused && IsChild(control, focused))
+            target = focused;
+        SendMessageW(target, EM_SETSEL, 0, -1);
     });
     if (text.empty())
-        PostKey(control, WM_KEYDOWN, WM_KEYUP, VK_DELETE, 0);
+        PostKey(target, WM_KEYDOWN, WM_KEYUP, VK_DELETE, 0);
     for (const WChar unit : text)
-        PostMessageW(control, WM_CHAR, static_cast<WPARAM>(unit), 1);
+        PostMessageW(target, WM_CHAR, static_cast<WPARAM>(unit), 1);
     Settle();
+}
+
+DialogWindow DrivenDialog::Focused() const
+{
+    HWND focused = nullptr;
+    InDialogThread([&focused] { focused = GetFocus(); });
+    return focused;
 }
 
 void DrivenDialog::PressKey(unsigned virtualKey) const
 {
-    HWND focused = nullptr;
-    InDialogThread([&focused] { focused = GetFocus(); });
+    HWND focused = Focused();
     PostKey(focused ? focused : window_, WM_KEYDOWN, WM_KEYUP, virtualKey, 0);
     Settle();
 }
 
 void DrivenDialog::PressAltAnd(char letter) const
 {
-    HWND focused = nullptr;
-    InDialogThread([&focused] { focused = GetFocus(); });
+    HWND focused = Focused();
     constexpr LPARAM kAltDown = LPARAM(1) << 29;
     PostMessageW(focused ? focused : window_, WM_SYSCHAR, static_cast<WPARAM>(letter), 1 | kAltDown);
     Settle();

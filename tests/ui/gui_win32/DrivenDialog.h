@@ -27,10 +27,16 @@ public:
     // false when the dialog closed first (or its thread stopped answering).
     bool Settle() const;
 
-    // A click of the button (BM_CLICK, as the mouse gives it).
+    // A click of the control: a button's BM_CLICK (as the mouse gives it), the mouse in the
+    // middle of any other control (an edit then has the focus).
     void Click(int id) const;
+    // A click of the left button at a client point of one of the dialog's windows (a list's
+    // cell, a place on the ruler): the press and the release, as the mouse gives them.
+    void ClickAt(DialogWindow window, int x, int y) const;
     // Focuses the control, selects what it holds and types text over it, one WM_CHAR a unit.
     void TypeText(int id, const WString& text) const;
+    // Types text where the focus is (an editor the dialog opened in place), one WM_CHAR a unit.
+    void Type(const WString& text) const;
     // A key pressed and released in the control that has the focus (VK_RETURN, VK_ESCAPE,
     // VK_TAB, ...).
     void PressKey(unsigned virtualKey) const;
@@ -41,6 +47,8 @@ public:
 
     // The id of the control that has the focus; 0 when none of the dialog's has.
     int FocusedId() const;
+    // The window that has the focus in the dialog's thread.
+    DialogWindow Focused() const;
     WString Text(int id) const;
     bool IsChecked(int id) const;
     bool IsEnabled(int id) const;

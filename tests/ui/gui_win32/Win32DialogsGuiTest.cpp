@@ -13,6 +13,7 @@
 #include "refhost/testing/TestText.h"
 #include "ui/win32/ControlText.h"
 #include "ui/win32/DlgFileChoice.h"
+#include "ui/win32/DlgTxtConfiguration.h"
 #include "ui/win32/DlgTxtConfigurationExport.h"
 #include "ui/win32/Win32.h"
 
@@ -23,6 +24,7 @@
 using refhost::testing::U8;
 using refhost::testing::W;
 using VeltoGis::ImportExport::CExportDefinition;
+using VeltoGis::ImportExport::CImportDefinition;
 
 namespace {
 
@@ -36,6 +38,15 @@ int ShowFileQuestion()
     return dialog.DoModal();
 }
 
+// The wizard on a delimited file, its preview and column list filled.
+int ShowImportWizard()
+{
+    refhost::testing::TempDir folder;
+    const WString file = folder.WriteFile("points.txt", "#Nr\tEast\tNorth\tCode\n1\t456705.25\t5123398.004\tBM1\n");
+    CImportDefinition definition;
+    return CDlgTxtConfiguration(definition, false, file.c_str()).DoModal();
+}
+
 struct DialogUnderTest {
     const char* name;
     const DialogTemplate& (*dialogTemplate)();
@@ -45,6 +56,7 @@ struct DialogUnderTest {
 const DialogUnderTest kDialogs[] = {
     {"export-configuration", &ExportDialogTemplate, ShowExportDialog},
     {"file-choice", &FileChoiceDialogTemplate, [](CExportDefinition&) { return ShowFileQuestion(); }},
+    {"import-wizard", &ImportDialogTemplate, [](CExportDefinition&) { return ShowImportWizard(); }},
 };
 
 // How much wider than its text a control must be: the box of a check or radio button and
@@ -127,6 +139,9 @@ TEST_F(Win32DialogsGui, TabVisitsTheControlsInTheTemplatesOrder)
         // The delimiter's radio group is one stop (the checked one); 114 is off for a space.
         {kDialogs[0], {105, 200, 204, 110, 109, 107, IDOK, IDCANCEL, 105}},
         {kDialogs[1], {113, 112, 111, 113}},
+        // Delimited: the ruler and its button are off; the preview list stands where its
+        // placeholder did.
+        {kDialogs[2], {201, 200, 203, 206, 207, 208, 209, 204, 555, 104, 102, IDOK, IDCANCEL, 201}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.dialog.name);
@@ -165,18 +180,19 @@ TEST_F(Win32DialogsGui, AltAndTheUnderlinedLetterReachesEachControl)
                       if (c.checked) {
                           EXPECT_TRUE(dialog.IsChecked(c.checked));
                       }
+                      EXPECT_EQ(dialog.IsEnabled(114), dialog.IsChecked(112)) << "the delimiter's edit is for Other";
                   }
-                  EXPECT_TRUE(dialog.IsEnabled(114)) << "Other was chosen on the way";
                   dialog.PressKey(VK_ESCAPE);
               });
     EXPECT_EQ(definition.GetExporterConfiguration(), WString()) << "Esc stores nothing";
 }
 
+// Letters of code page 1252 only: the configuration stores the path in that code page.
 TEST_F(Win32DialogsGui, PathsLongerThanMaxPathAreTypedAndStoredWhole)
 {
-    WString longPath = W("C:\\pomiary");
-    while (longPath.size() < 300)
-        longPath += W("\\\xCE\xB4\xCE\xB5\xCE\xB4\xCE\xBF\xCE\xBC\xCE\xAD\xCE\xBD\xCE\xB1-\xE6\xB8\xAC\xE9\x87\x8F");
+    WString longPath = W("C:\\mesures");
+    while (longPath.size() <= MAX_PATH + 40)
+        longPath += W("\\relev\xC3\xA9s-\xC3\x9F\xC3\xA4\xC3\xB6\xC3\xBC-r\xC3\xA9seau");
     longPath += W("\\punkty.txt");
     CExportDefinition definition;
     EXPECT_EQ(RunDriven([&] { return ShowExportDialog(definition); },
