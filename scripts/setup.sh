@@ -23,6 +23,7 @@ if [ "${1:-}" = windows ]; then
     wine wine64                        # runs the Windows tests
     googletest                         # GoogleTest's source, built with the cross compiler
     locales                            # the Polish locale that sets Wine's ANSI code page to 1250
+    xdotool                            # answers tessel.exe's dialogs with real keys in its GUI test
   )
 fi
 
