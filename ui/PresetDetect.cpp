@@ -89,7 +89,9 @@ public:
             Cut(lines[i], fields);
             const LineCheck check = CheckLine(preset, fields, lines[i].number);
             if (!check.numbersFit) {
-                candidate_.reason = check.reason;
+                // The earliest line that does not fit; a first line with numbers where
+                // names would be is a names line, which only fits when the rest does.
+                candidate_.reason = first.countFits ? check.reason : first.reason;
                 return candidate_;
             }
             CountInside(fields, areaOfUse);
