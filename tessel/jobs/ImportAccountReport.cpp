@@ -32,7 +32,7 @@ std::string UnconvertedSummary(const CImportAccount& account)
     if (total == 0)
         return std::string();
     std::string text = Counted(static_cast<std::size_t>(total), "value", "values") +
-                       " did not convert to their column's type:";
+                       (total == 1 ? " did not convert to its column's type:" : " did not convert to their column's type:");
     const char* separator = " ";
     for (const CImportColumnAccount& column : account.columns) {
         if (column.unconverted == 0)
