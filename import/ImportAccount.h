@@ -10,8 +10,10 @@
 #include "host/ImpexAccount.h"
 #include "host/Text.h"
 #include "import/ColumnData.h"
+#include "import/NumberText.h"
 #include "textfile/FieldSplit.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -27,7 +29,8 @@ public:
     void CheckLine(std::uint64_t line, const FieldList& fields, std::size_t fieldCount)
     {
         for (Checked& checked : checked_) {
-            if (static_cast<std::size_t>(checked.no) < fieldCount && !fields[checked.no].empty())
+            if (static_cast<std::size_t>(checked.no) < fieldCount && !fields[checked.no].empty() &&
+                !PlainNumber(fields[checked.no], checked.type == kColumnReal))
                 CheckField(line, checked, fields[checked.no]);
         }
     }
@@ -41,6 +44,33 @@ public:
     const VeltoGis::ImportExport::CImportAccount& Account() const { return account_; }
 
 private:
+    // The fields of almost every survey file: an optional sign, digits and, for a real, one
+    // decimal separator. True means it converts; false leaves the answer to the full rule
+    // (NumberText.h), which the account needs only for the rare field that is anything else.
+    static bool PlainNumber(const WString& field, bool real)
+    {
+        if (field.size() > kLongestNumber)
+            return false;
+        const WChar* p = field.data();
+        const WChar* const end = p + field.size();
+        if (*p == '-' || *p == '+')
+            ++p;
+        const WChar* const digits = p;
+        while (p < end && static_cast<unsigned>(*p - '0') < 10u)
+            ++p;
+        // Nine digits: every int holds them.
+        if (!real)
+            return p == end && p > digits && p - digits <= 9;
+        std::ptrdiff_t count = p - digits;
+        if (p < end && (*p == '.' || *p == ',')) {
+            const WChar* const fraction = ++p;
+            while (p < end && static_cast<unsigned>(*p - '0') < 10u)
+                ++p;
+            count += p - fraction;
+        }
+        return p == end && count > 0;
+    }
+
     struct Checked {
         int no;
         int type;

@@ -5,10 +5,6 @@
 
 namespace {
 
-// No number is this long: longer fields are text without being looked at, so that a huge
-// field costs nothing.
-constexpr std::size_t kLongestNumber = 64;
-
 bool IsDigit(WChar c) { return c >= '0' && c <= '9'; }
 bool IsBlank(WChar c) { return c == ' ' || c == '\t'; }
 

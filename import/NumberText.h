@@ -4,6 +4,12 @@
 
 #include "host/Text.h"
 
+#include <cstddef>
+
+// No number is this long: longer fields are text without being looked at, so that a huge
+// field costs nothing.
+constexpr std::size_t kLongestNumber = 64;
+
 enum class NumberKind { None, Whole, Fraction };
 
 struct NumberReading {
