@@ -12,7 +12,7 @@ namespace {
 class CloudBuilder final : public ImportLineSink {
 public:
     CloudBuilder(ImportRun& run, const boost::shared_ptr<CDataBindCollection>& binds, CCloud& cloud)
-        : binds_(binds, run, CloudRoleOf), cloud_(cloud)
+        : run_(run), binds_(binds, run, CloudRoleOf), cloud_(cloud)
     {
     }
 
@@ -25,9 +25,12 @@ public:
         }
         if (point.Complete())
             cloud_.AddPoint(point.x, point.y);
+        else
+            run_.SkipLine(SkipWithoutPosition);
     }
 
 private:
+    ImportRun& run_;
     ResolvedBinds binds_;
     CCloud& cloud_;
 };

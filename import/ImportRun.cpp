@@ -58,6 +58,12 @@ void ImportRun::ReadColumnsUpTo(int highestColumnNo)
     splitter_.ReadFieldsUpTo(highestColumnNo < 0 ? 0 : static_cast<std::size_t>(highestColumnNo) + 1);
 }
 
+void ImportRun::SkipLine(VeltoGis::ImportExport::enmSkipReason reason)
+{
+    lineSkipped_ = true;
+    account_.Skip(lineNumber_, reason);
+}
+
 int ImportRun::Run(ImportLineSink& sink, MessageId progressText, int maxLines)
 {
     const WString path = configuration_.GetTxtFile();
@@ -77,18 +83,35 @@ int ImportRun::Run(ImportLineSink& sink, MessageId progressText, int maxLines)
 
     ProgressShown progress(progressText, lineCount);
     sink.ExpectLines(lineCount);
+    account_.Begin(path);
+    int headerLinesLeft = configuration_.GetHeaderLines();
     WString line;
-    for (int position = 0;;) {
+    int position = 0;
+    for (;;) {
         if (maxLines >= 1 && position >= maxLines)
             break;
         progress.SetPosition(++position);
-        if (file.ReadLine(nullptr, line) < 0)
+        if (file.ReadLine(nullptr, line) < 0) {
+            --position;
             break;
-        if (splitter_.IsComment(line))
+        }
+        lineNumber_ = static_cast<std::uint64_t>(position);
+        if (splitter_.IsComment(line)) {
+            account_.CountComment();
             continue;
+        }
+        if (headerLinesLeft > 0) {
+            --headerLinesLeft;
+            account_.Skip(lineNumber_, VeltoGis::ImportExport::SkipHeaderLine);
+            continue;
+        }
         fields_.count_ = splitter_.Split(line, fields_.fields_);
+        lineSkipped_ = false;
         sink.ImportLine(fields_);
+        if (!lineSkipped_)
+            account_.CheckLine(lineNumber_, fields_.fields_, std::min(fields_.count_, fields_.fields_.size()));
     }
     file.Close();
+    account_.Report(static_cast<std::uint64_t>(position));
     return 1;
 }

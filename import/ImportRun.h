@@ -1,10 +1,12 @@
 #pragma once
 // The run that every import builder shares: parse the configuration, open and count the
-// file, drive the progress bar, skip comment lines, split each remaining line and hand its
-// fields to the builder. A builder supplies only what one line becomes.
+// file, drive the progress bar, skip comment lines and the configuration's header lines,
+// split each remaining line and hand its fields to the builder, and keep the account of
+// what did not convert. A builder supplies only what one line becomes.
 
 #include "host/Messages.h"
 #include "host/Text.h"
+#include "import/ImportAccount.h"
 #include "import/ImportSides.h"
 #include "import/ImportTxtConfiguration.h"
 #include "import/LineSplitter.h"
@@ -55,11 +57,19 @@ public:
     // Declares the highest column number that the builder will read (-1: none), so that
     // fixed-width lines are cut only that far and lines without any read field not at all.
     void ReadColumnsUpTo(int highestColumnNo);
+    // Declares a column whose values the builder converts by its type: the account counts
+    // those that do not convert.
+    void ConvertsColumn(const CColumnData& column) { account_.CheckColumn(column); }
 
-    // Reads the configured file, handing every non-comment line to the sink. maxLines of 1
-    // or more stops after that many lines, comments included. Returns 0 when the path is
-    // empty (silently) or the file does not open (after an alert naming it), else 1.
-    // Exceptions from the sink leave the run after the file is closed and the bar hidden.
+    // Called by the builder while it is handed a line that gives no record: the account
+    // lists the line with the reason, and does not check its values.
+    void SkipLine(VeltoGis::ImportExport::enmSkipReason reason);
+
+    // Reads the configured file, handing every non-comment line to the sink but the first
+    // header lines. maxLines of 1 or more stops after that many lines, comments included.
+    // Returns 0 when the path is empty (silently) or the file does not open (after an alert
+    // naming it), else 1; in that case the account goes to the framework once the file is
+    // read. Exceptions from the sink leave the run after the file is closed and the bar hidden.
     int Run(ImportLineSink& sink, MessageId progressText, int maxLines = 0);
 
     // Where the run's entities, rows and values are made; they outlive the run.
@@ -70,6 +80,9 @@ private:
     LineSplitter splitter_;
     LineFields fields_;
     ValueFactory values_;
+    ImportAccount account_;
+    std::uint64_t lineNumber_ = 0;
+    bool lineSkipped_ = false;
 };
 
 // A builder's whole import: the run over the configuration's file with a builder made as

@@ -13,7 +13,8 @@ constexpr WChar kQuoteStandIn = 0x00D7; // "×"
 
 const WChar kCfgFormat[] =
     WTEXT("<?xml version=\"1.0\" encoding=\"utf-8\"?><cfg txtFile=\"%s\" delimiter=\"%s\" comments=\"%s\" ")
-    WTEXT("mode=\"%d\" colPositions=\"%s\">%s</cfg>");
+    WTEXT("mode=\"%d\" colPositions=\"%s\"%s>%s</cfg>");
+const WChar kHeaderLinesFormat[] = WTEXT(" headerLines=\"%d\"");
 const WChar kColFormat[] = WTEXT("<col no=\"%d\" name=\"%s\" type=\"%d\" onOff=\"%d\"/>");
 
 void QuotesToStandIn(WString& text) { std::replace(text.begin(), text.end(), WTEXT('"'), kQuoteStandIn); }
@@ -125,6 +126,7 @@ int ImportTxtConfiguration::Parse(const WChar* xml)
     StandInToQuotes(txtFile_);
     mode_ = NumberAttribute(document, WTEXT("mode"));
     positions_ = ReadPositions(document.GetAttribute(WTEXT("colPositions")));
+    headerLines_ = std::max(0, NumberAttribute(document, WTEXT("headerLines")));
 
     document.EnterElement();
     while (document.FindElement(WTEXT("col")))
@@ -144,6 +146,7 @@ WString ImportTxtConfiguration::ToXml()
 
     // The record's own path keeps the stand-in: writing changes it, deliberately.
     QuotesToStandIn(txtFile_);
+    const WString headerLines = headerLines_ > 0 ? FormatWide(kHeaderLinesFormat, {headerLines_}) : WString();
     return FormatWide(kCfgFormat, {EncodeConfigValue(txtFile_), EncodeText(delimiters), EncodeText(comments_),
-                                   mode_, WritePositions(positions_), columns});
+                                   mode_, WritePositions(positions_), headerLines, columns});
 }

@@ -2,8 +2,9 @@
 // The import configuration record and its XML string, as the host keeps it in an import
 // definition:
 //   <?xml version="1.0" encoding="utf-8"?><cfg txtFile=".." delimiter=".." comments=".."
-//   mode="0" colPositions="12¤25¤">(<col no=".." name=".." type=".." onOff=".."/>)*</cfg>
-// on one line. txtFile, delimiter, comments and the column names are encoded text: double
+//   mode="0" colPositions="12¤25¤"[ headerLines="1"]>(<col no=".." name=".." type=".." onOff=".."/>)*</cfg>
+// on one line. headerLines is written only when it is above 0, so that a configuration
+// without header lines is the same text it always was. txtFile, delimiter, comments and the column names are encoded text: double
 // quotes become "×" (U+00D7), then the configuration value codec applies. Reading turns "×"
 // back into a double quote in txtFile, comments and the delimiters, but not in column names:
 // a name with a double quote comes back with "×". That asymmetry is required.
@@ -39,7 +40,7 @@ public:
     ImportTxtConfiguration() = default;
 
     // Empties the path, the delimiters, the comments, the positions and the columns; the
-    // mode stays.
+    // mode and the header lines stay.
     void Clear();
 
     // Fills the record from a configuration string (null reads as empty). Returns 0 and
@@ -66,6 +67,10 @@ public:
     // Where the second, third, ... field begin in fixed-width mode.
     PositionList& GetPositions() { return positions_; }
     const PositionList& GetPositions() const { return positions_; }
+    // How many non-comment lines at the start of the file are column names, not data (0:
+    // none). Every import run skips them.
+    int GetHeaderLines() const { return headerLines_; }
+    void SetHeaderLines(int headerLines) { headerLines_ = headerLines; }
     // The file's columns in document order.
     ColumnList& GetColumns() { return columns_; }
     const ColumnList& GetColumns() const { return columns_; }
@@ -76,5 +81,6 @@ private:
     WString comments_;
     int mode_ = 0;
     PositionList positions_;
+    int headerLines_ = 0;
     ColumnList columns_;
 };

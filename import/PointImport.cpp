@@ -11,7 +11,7 @@ class PointBuilder final : public EntityBuilder<CImpexPoint> {
 public:
     PointBuilder(ImportRun& run, const boost::shared_ptr<CDataBindCollection>& binds, ImpexEntityList& entities,
                  CLq* filter)
-        : EntityBuilder(run, binds, entities, PointRoleOf), filter_(filter)
+        : EntityBuilder(run, binds, entities, PointRoleOf), run_(run), filter_(filter)
     {
     }
 
@@ -29,9 +29,12 @@ private:
         // Unset coordinates are tested as 0.0, also when the point has no position.
         const bool keep = !filter_ || filter_->CheckPoint(coordinates_.x, coordinates_.y);
         coordinates_ = PointCoordinates();
+        if (!keep)
+            run_.SkipLine(SkipOutsideFilter);
         return keep;
     }
 
+    ImportRun& run_;
     CLq* filter_;
     PointCoordinates coordinates_;
 };

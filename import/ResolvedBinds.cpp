@@ -17,6 +17,7 @@ ResolvedBinds::ResolvedBinds(const boost::shared_ptr<VeltoGis::ImportExport::CDa
             const CColumnData* column = FindColumn(run.Columns(), bind->GetSourceDataId());
             binds_.push_back({bind.get(), role, column});
             if (column) {
+                run.ConvertsColumn(*column);
                 ++valueCount_;
                 highestColumnNo = std::max(highestColumnNo, column->GetNo());
             }

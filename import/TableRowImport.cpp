@@ -21,6 +21,8 @@ public:
     {
         if (AcceptsLine(fields))
             AddRow(fields);
+        else
+            run_.SkipLine(SkipKeyNotChosen);
     }
 
 protected:
@@ -33,6 +35,8 @@ protected:
         for (const auto& column : run_.Columns()) {
             if (column && column->GetNo() > highest)
                 highest = column->GetNo();
+            if (column)
+                run_.ConvertsColumn(*column);
         }
         run_.ReadColumnsUpTo(highest);
     }

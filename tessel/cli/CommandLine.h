@@ -8,7 +8,7 @@
 
 namespace tessel {
 
-enum class CommandName { Import, Export, ConfigImport, ConfigExport, Describe, Engines, Targets, Configure };
+enum class CommandName { Import, Export, ConfigImport, ConfigExport, Describe, Engines, Targets, Configure, Presets };
 
 struct Command {
     CommandName name = CommandName::Engines;
@@ -20,6 +20,7 @@ struct Command {
     EnginesRequest engines;
     TargetsRequest targets;
     ConfigureRequest configure;
+    PresetsRequest presets;
 };
 
 // Parses the arguments. Help and version texts go to out and give no command. Throws a

@@ -59,6 +59,11 @@ void AddImportConfigOptions(CLI::App& command, ImportConfigChoice& choice)
         ->type_name("NAME[:TYPE][:off]")
         ->allow_extra_args(false)
         ->excludes(config);
+    command
+        .add_option_function<std::string>(
+            "--header-lines", [&choice](const std::string& value) { choice.headerLines = ParseHeaderLines(value); },
+            "Lines of column names at the start of the file (not comments), which the import skips")
+        ->type_name("N");
     command.add_flag("--strict", choice.strict, kStrictHelp);
 }
 

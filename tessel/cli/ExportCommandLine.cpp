@@ -24,6 +24,12 @@ void AddFilesAndBinds(CLI::App& command, ExportRequest& request)
         ->required();
     command.add_option("-o,--output", request.output, "The text file to write")->type_name("OUT.txt")->required();
     AddExportConfigOptions(command, request.config);
+    command
+        .add_option("--preset", request.preset,
+                    "Write a survey preset's columns in its order (see 'tessel presets'), named as it names them, "
+                    "with its first delimiter unless --delimiter is given")
+        ->type_name("NAME")
+        ->excludes("--config");
     AddBindOption(command, "--bind", request.binds,
                   "An output column, in order (repeat): SOURCE=TARGET or NAME. SOURCE is a field of the input "
                   "(#0, #1, ... for the values of JSON Lines; @x, @y, @z for a point's coordinates); TARGET heads "

@@ -110,6 +110,10 @@ void AddOutputOptions(CLI::App& import, ImportRequest& request)
     AddNamedChoice(import, "--format", "Output format, whatever the extension", kFormats, request.format)
         ->type_name("FORMAT");
     import
+        .add_option("--rejects", request.rejects,
+                    "Write each value that did not convert to its column's type as CSV: line, column, text, reason")
+        ->type_name("FILE");
+    import
         .add_option("--crs", request.crs,
                     "The coordinate system of the positions (EPSG:25833, WKT or a PROJ string), written into every "
                     "format that carries one")
@@ -127,6 +131,13 @@ FinishParsing AddImportCommand(CLI::App& app, Command& command)
         ->type_name("FILE")
         ->required();
     AddImportConfigOptions(*import, request.config);
+    import
+        ->add_option("--preset", request.preset,
+                     "A survey preset's columns, types and binds (see 'tessel presets'), or 'auto' to find the one "
+                     "that fits the file")
+        ->type_name("NAME|auto")
+        ->excludes("--config")
+        ->excludes("--column");
     AddBindOptions(*import, request);
     AddJobOptions(*import, request);
     AddTableOptions(*import, request);

@@ -50,8 +50,12 @@ FinishParsing AddInformationCommands(CLI::App& app, Command& command)
     CLI::App* describe = AddDescribe(app, command.describe);
     CLI::App* targets = AddTargets(app, command.targets);
     CLI::App* configure = AddConfigure(app, command.configure);
+    CLI::App* presets = app.add_subcommand(
+        "presets", "List the survey presets, shipped and the user's own, with their columns and delimiters");
 
-    return [engines, describe, targets, configure, &command] {
+    return [engines, describe, targets, configure, presets, &command] {
+        if (presets->parsed())
+            command.name = CommandName::Presets;
         if (engines->parsed())
             command.name = CommandName::Engines;
         else if (describe->parsed())

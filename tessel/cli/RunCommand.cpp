@@ -28,6 +28,7 @@ int RunCommand(const Command& command, std::ostream& out)
     case CommandName::Describe: return RunDescribeCommand(module, command.describe, out);
     case CommandName::Configure: return RunConfigureCommand(module, command.configure, out);
     case CommandName::Targets: return RunTargetsCommand(module, command.targets, out);
+    case CommandName::Presets: return RunPresetsCommand(out);
     case CommandName::Engines: break;
     }
     return RunEnginesCommand(module, command.engines, out);

@@ -134,6 +134,14 @@ std::vector<unsigned> ParsePositions(const std::string& value)
     return positions;
 }
 
+int ParseHeaderLines(const std::string& value)
+{
+    int lines = 0;
+    if (!ParseInt(value, lines) || lines < 0)
+        throw UsageError("--header-lines: " + Quoted(value) + " is not a number of lines (0 or more)");
+    return lines;
+}
+
 CoordinateFilter ParseFilter(const std::string& value)
 {
     const auto pieces = SplitAt(value, ',');

@@ -27,6 +27,8 @@ TransformOption ParseTransformOption(const std::string& value);
 // POS[,POS...]: character positions at which the second, third, ... field begin; each
 // at least 1 and greater than the one before.
 std::vector<unsigned> ParsePositions(const std::string& value);
+// --header-lines N: a number of lines, 0 or more.
+int ParseHeaderLines(const std::string& value);
 
 // XMIN,YMIN,XMAX,YMAX with XMIN <= XMAX and YMIN <= YMAX.
 CoordinateFilter ParseFilter(const std::string& value);

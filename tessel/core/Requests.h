@@ -36,6 +36,7 @@ struct ImportConfigChoice {
     std::optional<std::string> comments;   // --comments
     std::vector<unsigned> fixedPositions;  // --fixed: fixed-width mode when not empty
     std::vector<ColumnOption> columns;       // --column, in order
+    std::optional<int> headerLines;          // --header-lines: lines of names before the data
     bool strict = false;                     // --strict: likely mistakes are errors, not warnings
 
     bool IsComposed() const { return !configFile; }
@@ -93,6 +94,8 @@ struct ImportRequest {
     std::optional<std::string> output;  // -o; standard output when absent or "-"
     std::optional<OutputFormat> format; // --format; otherwise by the output's extension
     std::optional<std::string> crs;     // --crs: EPSG code, WKT or PROJ string
+    std::optional<std::string> preset;  // --preset: a survey preset's name, or "auto"
+    std::optional<std::string> rejects; // --rejects: where the values that did not convert are listed
 };
 
 enum class IfExists { Ask, Overwrite, Append, Cancel };
@@ -113,6 +116,7 @@ struct ExportRequest {
     IfExists ifExists = IfExists::Ask;
     std::optional<InputFormat> inputFormat;
     std::optional<std::string> layer; // --layer: the layer of a GIS dataset
+    std::optional<std::string> preset; // --preset: write the survey preset's columns in its order
 };
 
 struct ConfigRequest {
@@ -143,6 +147,8 @@ struct ConfigureRequest {
     std::optional<std::string> output; // standard output without it
     bool node = false;
 };
+
+struct PresetsRequest {};
 
 struct EnginesRequest {
     bool verbose = false;

@@ -3,6 +3,7 @@
 // Shapefile, reading GIS datasets and coordinate systems say that this build has none.
 
 #include "tessel/core/AppError.h"
+#include "tessel/gis/AreaOfUse.h"
 #include "tessel/gis/CoordinateSystem.h"
 #include "tessel/gis/GdalInput.h"
 #include "tessel/gis/GdalOutput.h"
@@ -28,5 +29,8 @@ std::shared_ptr<const CoordinateSystem> CoordinateSystem::Parse(const std::strin
 {
     throw UsageError(std::string("--crs: ") + kWithoutGdal);
 }
+
+// No coordinate system can be made without GDAL (Parse refuses), so none has an area of use.
+std::function<bool(double x, double y)> AreaOfUseTest(const CoordinateSystem&) { return {}; }
 
 } // namespace tessel

@@ -18,6 +18,7 @@ int RunDescribeCommand(ModuleHost& module, const DescribeRequest& request, std::
 int RunConfigureCommand(ModuleHost& module, const ConfigureRequest& request, std::ostream& out);
 int RunEnginesCommand(ModuleHost& module, const EnginesRequest& request, std::ostream& out);
 int RunTargetsCommand(ModuleHost& module, const TargetsRequest& request, std::ostream& out);
+int RunPresetsCommand(std::ostream& out);
 
 // "12,345,678 points", "1 point": counts in summary lines.
 std::string Counted(std::size_t count, const std::string& singular, const std::string& plural);

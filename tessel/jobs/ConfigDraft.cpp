@@ -91,6 +91,7 @@ WString ImportConfigDraft(const ImportConfigChoice& choice, unsigned codePage)
     configuration.SetDelimiters(delimiterList);
     configuration.SetComments(comments);
     configuration.SetMode(fixed ? 1 : 0);
+    configuration.SetHeaderLines(choice.headerLines.value_or(0));
     configuration.GetPositions().assign(choice.fixedPositions.begin(), choice.fixedPositions.end());
     configuration.GetColumns() = Columns(choice.columns, codePage, choice.strict);
     return configuration.ToXml();

@@ -5,6 +5,9 @@
 #include "tessel/jobs/CodePageText.h"
 #include "tessel/jobs/Commands.h"
 #include "tessel/jobs/ExportJob.h"
+#include "tessel/jobs/ImportLayout.h"
+
+#include <algorithm>
 #include "ui/DialogFactory.h"
 #include "ui/DialogTemplates.h"
 
@@ -52,18 +55,52 @@ bool FileQuestionCancelled(const RecordingsBefore& before)
     return false;
 }
 
+// The binds and the delimiter of --preset, as if given: each preset column from the input
+// field its import target names (positions from the point itself; an elevation from the
+// position where the input has no HEIGHT field). A given --bind to the same column wins.
+ExportRequest WithPreset(const ExportRequest& request, const ExportInput& input)
+{
+    if (!request.preset)
+        return request;
+    const std::vector<SurveyPreset> presets = KnownPresets(std::cerr);
+    const SurveyPreset& preset = PresetNamed(presets, *request.preset, "--preset");
+    ExportRequest resolved = request;
+    resolved.binds.clear();
+    for (const PresetColumn& column : preset.columns) {
+        const std::string name = ToUtf8(column.name);
+        const auto given = std::find_if(request.binds.begin(), request.binds.end(),
+                                        [&name](const BindOption& bind) { return bind.target == name; });
+        if (given != request.binds.end()) {
+            resolved.binds.push_back(*given);
+            continue;
+        }
+        std::string source = ToUtf8(column.target);
+        if (source == "NODE_COORDINATE_X")
+            source = "@x";
+        else if (source == "NODE_COORDINATE_Y")
+            source = "@y";
+        else if (source == "HEIGHT" && input.FieldIndex(source) < 0)
+            source = "@z";
+        resolved.binds.push_back({source, name});
+    }
+    if (!resolved.config.delimiter)
+        resolved.config.delimiter = ToUtf8(preset.delimiters.front());
+    return resolved;
+}
+
 } // namespace
 
-int RunExportCommand(ModuleHost& module, const ExportRequest& request, const GlobalOptions& global)
+int RunExportCommand(ModuleHost& module, const ExportRequest& given, const GlobalOptions& global)
 {
     const auto started = std::chrono::steady_clock::now();
-    const InputFormat format = request.inputFormat.value_or(InputFormatForPath(request.input));
-    if (request.layer && format != InputFormat::Gdal)
-        throw UsageError("--layer: '" + request.input + "' is read as " +
+    const InputFormat format = given.inputFormat.value_or(InputFormatForPath(given.input));
+    if (given.layer && format != InputFormat::Gdal)
+        throw UsageError("--layer: '" + given.input + "' is read as " +
                          (format == InputFormat::GeoJson ? "GeoJSON" : "JSON Lines") +
                          ", which has one layer (--input-format gdal reads it through GDAL)");
-    ExportInput input = format == InputFormat::Gdal ? ReadGdalInput(request.input, request.layer)
-                                                    : ReadExportInput(request.input, format);
+    ExportInput input = format == InputFormat::Gdal ? ReadGdalInput(given.input, given.layer)
+                                                    : ReadExportInput(given.input, format);
+    const ExportRequest request = WithPreset(given, input);
     std::vector<std::string> sources;
     for (const auto* binds : {&request.binds, &request.nodeBinds}) {
         for (const BindOption& bind : *binds)

@@ -1,4 +1,8 @@
 #include "refhost/CadShimRecording.h"
+#include "refhost/ImportAccountRecording.h"
+#include "tessel/gis/AreaOfUse.h"
+#include "tessel/jobs/ImportAccountReport.h"
+#include "tessel/jobs/ImportLayout.h"
 #include "tessel/core/AppError.h"
 #include "tessel/gis/CoordinateSystem.h"
 #include "tessel/jobs/CodePageText.h"
@@ -11,8 +15,12 @@
 
 namespace tessel {
 
-int RunImportCommand(ModuleHost& module, const ImportRequest& request, const GlobalOptions& global)
+int RunImportCommand(ModuleHost& module, const ImportRequest& given, const GlobalOptions& global)
 {
+    // The coordinate system first: --preset auto orders northing and easting by its area of use.
+    const auto crs = given.crs ? CoordinateSystem::Parse(*given.crs) : nullptr;
+    const ImportRequest request =
+        ResolveImportLayout(given, crs ? AreaOfUseTest(*crs) : std::function<bool(double, double)>(), std::cerr);
     ImportJob job(module.Importer(), request);
     job.Build(ModuleCodePage());
     if (const auto problem = job.Check()) {
@@ -23,7 +31,6 @@ int RunImportCommand(ModuleHost& module, const ImportRequest& request, const Glo
 
     // The coordinate system and the output are ready before the engine runs, so that a wrong
     // --crs or an unwritable path costs no import.
-    const auto crs = request.crs ? CoordinateSystem::Parse(*request.crs) : nullptr;
     const std::string path = request.output.value_or("-");
     const OutputFormat format = request.format.value_or(FormatForPath(path));
     if (path == "-" && (format == OutputFormat::GeoPackage || format == OutputFormat::Shapefile))
@@ -43,6 +50,7 @@ int RunImportCommand(ModuleHost& module, const ImportRequest& request, const Glo
     // The engine says why it stopped in an alert where it has a reason to give (no interface
     // of the job says whether it did); otherwise tessel says what happened.
     const std::size_t alertsBefore = CadShim::RecordedAlerts().size();
+    refhost::ForgetImportAccount();
     if (job.Run() != 1) {
         if (CadShim::RecordedAlerts().size() == alertsBefore)
             std::cerr << "tessel import: the engine imported nothing from '" << request.file << "'" << std::endl;
@@ -50,6 +58,13 @@ int RunImportCommand(ModuleHost& module, const ImportRequest& request, const Glo
     }
     job.Write(*output->MakeWriter(), crs);
     output->Commit();
+    const auto& account = refhost::LastImportAccount();
+    if (request.rejects)
+        WriteRejects(account, *request.rejects);
+    if (const std::string unconverted = UnconvertedSummary(account); !unconverted.empty())
+        std::cerr << "tessel: " << unconverted
+                  << (request.rejects ? " (listed in '" + *request.rejects + "')" : std::string(" (--rejects FILE lists them)"))
+                  << std::endl;
     const std::size_t records = job.RecordCount();
     job.KeepRecordsUntilExit();
 

@@ -4,6 +4,7 @@
 #include "host/Utf8.h"
 #include "import/ImportSides.h"
 #include "import/ImportTargets.h"
+#include "import/ImportTxtConfiguration.h"
 #include "refhost/HostSide.h"
 #include "tessel/core/AppError.h"
 #include "tessel/core/OptionSyntax.h"
@@ -67,6 +68,16 @@ CDataBox KeyValueBox(const ImportRequest& request)
     return value;
 }
 
+// A stored configuration with --header-lines in place of its own; unchanged without it.
+WString WithHeaderLines(const WString& configuration, std::optional<int> headerLines)
+{
+    ImportTxtConfiguration record;
+    if (!headerLines || record.Parse(configuration.c_str()) != 1)
+        return configuration;
+    record.SetHeaderLines(*headerLines);
+    return record.ToXml();
+}
+
 RecordKind RecordKindOf(ImportKind kind)
 {
     switch (kind) {
@@ -116,7 +127,8 @@ void ImportJob::Build(unsigned codePage)
 
     const WString primary = request_.config.IsComposed()
                                 ? ImportConfigDraft(request_.config, codePage)
-                                : ReadConfigurationFile("--config", *request_.config.configFile);
+                                : WithHeaderLines(ReadConfigurationFile("--config", *request_.config.configFile),
+                                                  request_.config.headerLines);
     if (request_.config.IsComposed()) {
         for (const ColumnOption& column : request_.config.columns)
             composedColumnNames_.push_back(column.name);

@@ -31,7 +31,7 @@ const BadCase kCases[] = {
     {"UnknownKind", {"import", "curves", "in.txt"}, 2,
      "tessel import: KIND: curves not in {points,lines,polygons,table,cloud}"},
     {"UnknownCommand", {"frobnicate"}, 2,
-     "tessel frobnicate: unknown command 'frobnicate' (import, export, config, engines, describe, targets, configure)"},
+     "tessel frobnicate: unknown command 'frobnicate' (import, export, config, engines, describe, targets, configure, presets)"},
     {"MissingFile", {"import", "table", "missing.txt", "--column", "a"}, 1, "alert: Cannot open the file missing.txt."},
 #ifdef _WIN32 // the reason in the system's own words, which Windows and Wine word differently
     {"UnreadableConfiguration", {"import", "points", "in.txt", "--config", "none.xml"}, 2,

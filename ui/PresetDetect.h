@@ -1,0 +1,64 @@
+#pragma once
+// Which survey presets fit a file: every preset is tried with each of its delimiters on the
+// file's first non-comment lines (at most kMaxLines; the rest of the file is never read). A
+// preset fits when every line has its number of columns and every number column converts.
+// A first line of names (text where every later line has numbers) is taken as one header
+// line, and its names become the column names. Where the fitting presets differ only in the
+// order of northing and easting, the names line decides when it names them, then the area
+// of use of the coordinate system when one is known (the order whose points fall inside
+// comes first); otherwise both orders are offered and nothing is decided.
+
+#include "host/Text.h"
+#include "import/ImportTxtConfiguration.h"
+#include "ui/SurveyPresets.h"
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+struct DetectLine {
+    std::uint64_t number = 0; // the line's number in the file, comments counted, from 1
+    WString text;
+};
+
+// The first non-comment lines of the file (comment markers as the configuration's comment
+// string gives them; "" marks none), at most maxLines. False when the file does not open.
+bool ReadDetectLines(const WString& path, const WString& comments, std::vector<DetectLine>& lines,
+                     std::size_t maxLines = 999);
+
+struct DetectCandidate {
+    const SurveyPreset* preset = nullptr;
+    WString delimiter;                // one of the preset's alternatives
+    int headerLines = 0;              // 1 when the first line holds the names
+    std::vector<WString> columnNames; // the names line's, or the preset's
+    bool fits = false;
+    WString reason;                   // why it does not fit
+    std::size_t pointsInsideArea = 0; // with an area of use: lines whose X, Y fall inside
+    bool namesContradict = false;     // the names line calls a northing column east, or the reverse
+
+    // The bind targets by column, the preset's.
+    std::vector<WString> Targets() const;
+};
+
+// Whether a point (X easting, Y northing, in the file's coordinate system) lies in the area
+// of use of the coordinate system.
+using AreaOfUseTest = std::function<bool(double x, double y)>;
+
+struct DetectResult {
+    std::vector<DetectCandidate> fitting;  // best first
+    std::vector<DetectCandidate> rejected; // with their reasons, in table order
+    // The best fitting one is the only layout the evidence leaves (equal layouts under other
+    // names, such as ENZ and XYZ, count as one).
+    bool decided = false;
+    // Fitting layouts differ in the order of northing and easting and nothing told them apart.
+    bool northingEastingOpen = false;
+    WString note; // what told the orders apart, or that nothing did
+};
+
+// Tries every preset with every delimiter on the lines. areaOfUse may be empty.
+DetectResult DetectPresets(const std::vector<DetectLine>& lines, const std::vector<SurveyPreset>& presets,
+                           const AreaOfUseTest& areaOfUse = {});
+
+// Fills the configuration with the candidate: the preset applied with its delimiter, the
+// column names and the header lines found.
+void ApplyCandidate(const DetectCandidate& candidate, ImportTxtConfiguration& configuration);
