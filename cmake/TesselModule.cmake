@@ -24,7 +24,7 @@ if(objects AND TARGET VeltoXGisCore AND TARGET VeltoXImportExportCore AND TARGET
     target_sources(VeltoXTesselStatic INTERFACE $<TARGET_OBJECTS:tessel_win32_resources>)
   endif()
   if(WIN32)
-    # A DLL exports what is marked dllexport: the five entry points. The build fails when the
+    # A DLL exports what is marked dllexport: the entry points of the version script. The build fails when the
     # export table holds anything else.
     set_target_properties(VeltoXTessel PROPERTIES PREFIX "")
     add_custom_command(TARGET VeltoXTessel POST_BUILD
@@ -32,7 +32,7 @@ if(objects AND TARGET VeltoXGisCore AND TARGET VeltoXImportExportCore AND TARGET
               -DEXPORTS=${CMAKE_SOURCE_DIR}/cmake/VeltoXTessel.map -P ${CMAKE_SOURCE_DIR}/cmake/CheckDllExports.cmake
       COMMENT "Checking the exports of VeltoXTessel.dll")
   else()
-    # Only the five entry points leave the module; iconv and the C++ runtime stay private.
+    # Only the entry points of the version script leave the module; iconv and the C++ runtime stay private.
     # The version script keeps the C++ library's template code (default visibility in its
     # headers) from leaking out as weak symbols.
     target_link_options(VeltoXTessel PRIVATE -Wl,--exclude-libs,ALL ${TESSEL_NO_UNDEFINED}

@@ -1,5 +1,6 @@
-// The module's five exported functions: the CAD application's entry point and API version,
-// the runtime's module object, and the GIS framework's plug-in info object.
+// The exported functions the host calls: the CAD application's entry point and API version,
+// the runtime's module object, and the GIS framework's plug-in info object. The record of the
+// last import is exported beside them (import/LastImportAccount.h).
 
 #include "host/CadPlatform.h"
 #include "host/HostApi.h"

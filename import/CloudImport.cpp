@@ -26,7 +26,7 @@ public:
         if (point.Complete())
             cloud_.AddPoint(point.x, point.y);
         else
-            run_.SkipLine(SkipWithoutPosition);
+            run_.SkipLine(TxtImport::SkipWithoutPosition);
     }
 
 private:

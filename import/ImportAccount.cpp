@@ -1,10 +1,11 @@
 #include "import/ImportAccount.h"
 
+#include "import/LastImportAccount.h"
 #include "import/NumberText.h"
 
 #include <algorithm>
 
-using namespace VeltoGis::ImportExport;
+using namespace TxtImport;
 
 void ImportAccount::Begin(const WString& file)
 {
@@ -15,6 +16,8 @@ void ImportAccount::Begin(const WString& file)
     account_.columns = std::move(columns);
     for (CImportColumnAccount& column : account_.columns)
         column.unconverted = 0;
+    // The record of a run before this one must not pass for this run's.
+    KeepLastImportAccount(CImportAccount());
 }
 
 void ImportAccount::CheckColumn(const CColumnData& column)
@@ -61,5 +64,5 @@ void ImportAccount::Skip(std::uint64_t line, enmSkipReason reason)
 void ImportAccount::Report(std::uint64_t lines)
 {
     account_.lines = lines;
-    CImportAccounts::Report(account_);
+    KeepLastImportAccount(account_);
 }

@@ -2,12 +2,12 @@
 // The account an import run keeps of what it did not take as it stood: per column that the
 // builder reads, the non-empty values that do not convert to the column's type (the import
 // still makes them what it always made them), and the lines that gave no record, with the
-// reason. The run hands it to the framework when it ends (host/ImpexAccount.h).
+// reason. The run keeps it for the application when it ends (import/LastImportAccount.h).
 //
 // A line whose every value converts costs one test per number field; nothing is allocated
 // unless something does not convert.
 
-#include "host/ImpexAccount.h"
+#include "import/ImportAccountRecord.h"
 #include "host/Text.h"
 #include "import/ColumnData.h"
 #include "import/NumberText.h"
@@ -36,12 +36,12 @@ public:
     }
 
     void CountComment() { ++account_.commentLines; }
-    void Skip(std::uint64_t line, VeltoGis::ImportExport::enmSkipReason reason);
+    void Skip(std::uint64_t line, TxtImport::enmSkipReason reason);
 
-    // Hands the account to the framework, with the number of lines read.
+    // Keeps the account for the application, with the number of lines read.
     void Report(std::uint64_t lines);
 
-    const VeltoGis::ImportExport::CImportAccount& Account() const { return account_; }
+    const TxtImport::CImportAccount& Account() const { return account_; }
 
 private:
     // The fields of almost every survey file: an optional sign, digits and, for a real, one
@@ -78,6 +78,6 @@ private:
     };
     void CheckField(std::uint64_t line, Checked& checked, const WString& field);
 
-    VeltoGis::ImportExport::CImportAccount account_;
+    TxtImport::CImportAccount account_;
     std::vector<Checked> checked_;
 };

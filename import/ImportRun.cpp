@@ -58,7 +58,7 @@ void ImportRun::ReadColumnsUpTo(int highestColumnNo)
     splitter_.ReadFieldsUpTo(highestColumnNo < 0 ? 0 : static_cast<std::size_t>(highestColumnNo) + 1);
 }
 
-void ImportRun::SkipLine(VeltoGis::ImportExport::enmSkipReason reason)
+void ImportRun::SkipLine(TxtImport::enmSkipReason reason)
 {
     lineSkipped_ = true;
     account_.Skip(lineNumber_, reason);
@@ -102,7 +102,7 @@ int ImportRun::Run(ImportLineSink& sink, MessageId progressText, int maxLines)
         }
         if (headerLinesLeft > 0) {
             --headerLinesLeft;
-            account_.Skip(lineNumber_, VeltoGis::ImportExport::SkipHeaderLine);
+            account_.Skip(lineNumber_, TxtImport::SkipHeaderLine);
             continue;
         }
         fields_.count_ = splitter_.Split(line, fields_.fields_);

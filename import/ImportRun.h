@@ -63,7 +63,7 @@ public:
 
     // Called by the builder while it is handed a line that gives no record: the account
     // lists the line with the reason, and does not check its values.
-    void SkipLine(VeltoGis::ImportExport::enmSkipReason reason);
+    void SkipLine(TxtImport::enmSkipReason reason);
 
     // Reads the configured file, handing every non-comment line to the sink but the first
     // header lines. maxLines of 1 or more stops after that many lines, comments included.

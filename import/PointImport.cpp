@@ -30,7 +30,7 @@ private:
         const bool keep = !filter_ || filter_->CheckPoint(coordinates_.x, coordinates_.y);
         coordinates_ = PointCoordinates();
         if (!keep)
-            run_.SkipLine(SkipOutsideFilter);
+            run_.SkipLine(TxtImport::SkipOutsideFilter);
         return keep;
     }
 

@@ -22,7 +22,7 @@ public:
         if (AcceptsLine(fields))
             AddRow(fields);
         else
-            run_.SkipLine(SkipKeyNotChosen);
+            run_.SkipLine(TxtImport::SkipKeyNotChosen);
     }
 
 protected:

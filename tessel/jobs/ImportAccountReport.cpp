@@ -8,7 +8,7 @@
 namespace tessel {
 namespace {
 
-using namespace VeltoGis::ImportExport;
+using namespace TxtImport;
 
 const char* ReasonOf(enmConvertFault fault)
 {

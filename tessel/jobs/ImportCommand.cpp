@@ -1,5 +1,4 @@
 #include "refhost/CadShimRecording.h"
-#include "refhost/ImportAccountRecording.h"
 #include "tessel/gis/AreaOfUse.h"
 #include "tessel/jobs/ImportAccountReport.h"
 #include "tessel/jobs/ImportLayout.h"
@@ -50,7 +49,6 @@ int RunImportCommand(ModuleHost& module, const ImportRequest& given, const Globa
     // The engine says why it stopped in an alert where it has a reason to give (no interface
     // of the job says whether it did); otherwise tessel says what happened.
     const std::size_t alertsBefore = CadShim::RecordedAlerts().size();
-    refhost::ForgetImportAccount();
     if (job.Run() != 1) {
         if (CadShim::RecordedAlerts().size() == alertsBefore)
             std::cerr << "tessel import: the engine imported nothing from '" << request.file << "'" << std::endl;
@@ -58,7 +56,12 @@ int RunImportCommand(ModuleHost& module, const ImportRequest& given, const Globa
     }
     job.Write(*output->MakeWriter(), crs);
     output->Commit();
-    const auto& account = refhost::LastImportAccount();
+    static const TxtImport::CImportAccount none;
+    const TxtImport::CImportAccount* kept = module.LastImportAccount();
+    if (!kept && request.rejects)
+        std::cerr << "tessel: warning: the module keeps no account of its imports; '" << *request.rejects
+                  << "' lists nothing" << std::endl;
+    const TxtImport::CImportAccount& account = kept ? *kept : none;
     if (request.rejects)
         WriteRejects(account, *request.rejects);
     if (const std::string unconverted = UnconvertedSummary(account); !unconverted.empty())

@@ -89,6 +89,8 @@ void ModuleHost::Load(const std::string& path)
     exporter_ = refhost::FindExporter(WTEXT("EXPORT_TXT")).get();
     if (!importer_ || !exporter_)
         throw JobError("module: " + path + " registered no " + (importer_ ? "EXPORT_TXT" : "IMPORT_TXT") + " engine");
+    // Optional: a module without it imports all the same, without the account.
+    lastImportAccount_ = reinterpret_cast<LastImportAccountFunction>(library_.Symbol(kLastImportAccountExport));
 }
 
 // The module is told to stop, and the engines it registered are released while their code
@@ -103,6 +105,7 @@ void ModuleHost::Unload()
     importer_ = nullptr;
     exporter_ = nullptr;
     entryPoint_ = nullptr;
+    lastImportAccount_ = nullptr;
 }
 
 ModuleHost::~ModuleHost()

@@ -5,6 +5,7 @@
 // engine manager and driven only through their interfaces.
 
 #include "host/ImpexEngines.h"
+#include "import/LastImportAccount.h"
 #include "refhost/DynamicLibrary.h"
 
 #include <string>
@@ -30,6 +31,11 @@ public:
 
     VeltoGis::ImportExport::IImportEngine& Importer() const { return *importer_; }
     VeltoGis::ImportExport::IExportEngine& Exporter() const { return *exporter_; }
+    // The module's record of its last import run; null when the module keeps none.
+    const TxtImport::CImportAccount* LastImportAccount() const
+    {
+        return lastImportAccount_ ? lastImportAccount_() : nullptr;
+    }
 
 private:
     void Unload();
@@ -38,6 +44,7 @@ private:
     int (*entryPoint_)(int, void*) = nullptr;
     VeltoGis::ImportExport::IImportEngine* importer_ = nullptr;
     VeltoGis::ImportExport::IExportEngine* exporter_ = nullptr;
+    LastImportAccountFunction lastImportAccount_ = nullptr;
 };
 
 } // namespace tessel

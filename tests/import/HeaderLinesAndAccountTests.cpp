@@ -7,7 +7,7 @@
 
 #include "import/ImportTxtConfiguration.h"
 #include "refhost/HostSide.h"
-#include "refhost/ImportAccountRecording.h"
+#include "import/LastImportAccount.h"
 #include "tests/xml/Windows1252Test.h"
 
 #include <boost/make_shared.hpp>
@@ -16,6 +16,7 @@
 
 using namespace importtest;
 using namespace VeltoGis::ImportExport;
+using namespace TxtImport;
 
 namespace {
 
@@ -137,7 +138,7 @@ TEST_F(HeaderLinesAndAccount, CountsAndListsWhatDidNotConvertWithoutChangingValu
                                        "P3 @1,2 [t:P3 r:1 r:2 i:7]", "- @- [null null null null]",
                                        "P5 @12,0 [t:P5 r:12 r:0 i:8]"}));
 
-    const CImportAccount& account = refhost::LastImportAccount();
+    const CImportAccount& account = *TesselLastImportAccount();
     EXPECT_EQ(account.lines, 7u);
     EXPECT_EQ(account.commentLines, 1u);
     ASSERT_EQ(account.skipped.size(), 1u);
@@ -162,7 +163,7 @@ TEST_F(HeaderLinesAndAccount, LinesLeftOutByTheBuildersAreListedWithTheirReason)
     ImpexEntityList points;
     CLq filter(0, 0, 10, 10);
     ASSERT_EQ(engine.ImportPoints(&definition, points, 0, &filter), 1);
-    const CImportAccount& filtered = refhost::LastImportAccount();
+    const CImportAccount& filtered = *TesselLastImportAccount();
     ASSERT_EQ(filtered.skipped.size(), 1u);
     EXPECT_EQ(filtered.skipped[0].line, 2u);
     EXPECT_EQ(filtered.skipped[0].reason, SkipOutsideFilter);
@@ -172,6 +173,6 @@ TEST_F(HeaderLinesAndAccount, LinesLeftOutByTheBuildersAreListedWithTheirReason)
     auto cloud = boost::make_shared<CCloud>(CCloud::Storage::KeepPoints);
     auto cloudJob = Job(VeltoGis::EntityTypePoint, "1 1\n7\n", layout, binds);
     ASSERT_EQ(engine.ImportCloud(&cloudJob, cloud), 1);
-    ASSERT_EQ(refhost::LastImportAccount().skipped.size(), 1u);
-    EXPECT_EQ(refhost::LastImportAccount().skipped[0].reason, SkipWithoutPosition);
+    ASSERT_EQ(TesselLastImportAccount()->skipped.size(), 1u);
+    EXPECT_EQ(TesselLastImportAccount()->skipped[0].reason, SkipWithoutPosition);
 }

@@ -1,17 +1,15 @@
 #pragma once
-// The framework's record of what an import did not take as it stood (VeltoXImportExportCore):
-// values that did not convert to their column's type, and lines left out, with the reason.
-// An engine hands the account of each run over once, when the run ends; the framework keeps
-// the last one for whoever started the job. Nothing in the engine interfaces changes.
+// The record of what an import run did not take as it stood: values that did not convert to
+// their column's type, and lines left out, with the reason. The module keeps the record of its
+// last run for the application that started it (import/LastImportAccount.h); the framework's
+// interfaces carry none of it.
 
-#include "host/HostApi.h"
 #include "host/Text.h"
 
 #include <cstdint>
 #include <vector>
 
-namespace VeltoGis {
-namespace ImportExport {
+namespace TxtImport {
 
 // Why a line gave no record.
 enum enmSkipReason : int {
@@ -67,11 +65,4 @@ struct CImportAccount {
     }
 };
 
-class VELTOGIS_IMPEX_API CImportAccounts {
-public:
-    // Takes the account of a run that has just ended, in place of the one before.
-    static void Report(const CImportAccount& account);
-};
-
-} // namespace ImportExport
-} // namespace VeltoGis
+} // namespace TxtImport
