@@ -52,6 +52,29 @@ enum class MessageId : unsigned {
     EncodingUtf8 = 61057,
     EncodingUtf16LE = 61058,
     EncodingUtf16BE = 61059,
+    // Why a survey preset does not fit a file's first lines, and what told northing from easting.
+    PresetColumnCount = 61100,       // line %d has %d columns, %s (the preset) needs %d
+    PresetNotANumber = 61101,        // column %d %s (the field, quoted) on line %d is not a number
+    PresetNoLines = 61102,
+    PresetNamesCount = 61103,        // the names line has %d names, %s needs %d
+    PresetAxesOpenInArea = 61104,
+    PresetAxesOpen = 61105,
+    PresetAxesByNames = 61106,
+    PresetAxesByArea = 61107,        // only in the order of %s (the preset)
+    // The import wizard's presets.
+    PresetWithDelimiter = 61110,     // %s (the preset) (%s, the delimiter)
+    PresetWithNamesLine = 61111,     // the same, the first line holding the column names
+    PresetsFitting = 61112,          // Detect: %s (the fitting ones, best first) fit every line
+    PresetNotFitting = 61113,        // Detect: %s (a preset with its delimiter) does not fit: %s
+    PresetsNoneFit = 61114,
+    PresetSaved = 61115,             // saved as %s (the file)
+    PresetNotSaved = 61116,          // %s (the name) cannot be saved
+    PresetColumnsDiffer = 61117,     // the lines have %d columns, %s has %d
+    TypeDisagrees = 61118,           // %s (column): line %d holds %s, which is not %s (the type)
+    // A file of the user's presets that is left out.
+    PresetFileUnreadable = 61120,    // %s (the file)
+    PresetFileNotConfiguration = 61121,
+    PresetFileFixedWidth = 61122,
 };
 
 // The host's text for the message; "" when the host does not know the number.

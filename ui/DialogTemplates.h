@@ -32,6 +32,7 @@ enum class ControlKind {
     RadioFirst,    // the first radio button of a group
     Radio,
     Check,
+    Combo,         // a drop-down list whose text can also be typed
     GroupBox,
     Placeholder,   // a rectangle where the view makes a control of its own
     Ruler,

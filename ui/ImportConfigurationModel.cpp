@@ -43,28 +43,38 @@ void ImportConfigurationModel::Open(const WChar* presetPath)
     } else {
         loaded_ = true;
         filePath = configuration_.GetTxtFile();
-        mode = configuration_.GetMode() != 0 ? ModeFixedWidth : ModeDelimited;
-        comments = configuration_.GetComments();
-        for (const WString& delimiter : configuration_.GetDelimiters()) {
-            if (delimiter.size() == 1 && delimiter[0] == kSpace) {
-                space = true;
-            } else if (delimiter.size() == 1 && delimiter[0] == kTab) {
-                tab = true;
-            } else if (!delimiter.empty()) {
-                other = true;
-                otherDelimiters += delimiter;
-            }
-        }
+        TakeFields(configuration_);
         // Copied, but the ruler starts without breaks: the first fixed-width load replaces
         // them with the ruler's (none), as the wizard has always done.
         positions_ = configuration_.GetPositions();
     }
     if (presetPath)
         filePath = presetPath;
+    ListPresets();
     initialising_ = true;
     SetMode(mode);
     LoadPreview();
     initialising_ = false;
+}
+
+// The fields a configuration sets, but the file path and the positions.
+void ImportConfigurationModel::TakeFields(const ImportTxtConfiguration& configuration)
+{
+    mode = configuration.GetMode() != 0 ? ModeFixedWidth : ModeDelimited;
+    comments = configuration.GetComments();
+    headerLines = configuration.GetHeaderLines();
+    space = tab = other = false;
+    otherDelimiters.clear();
+    for (const WString& delimiter : configuration.GetDelimiters()) {
+        if (delimiter.size() == 1 && delimiter[0] == kSpace) {
+            space = true;
+        } else if (delimiter.size() == 1 && delimiter[0] == kTab) {
+            tab = true;
+        } else if (!delimiter.empty()) {
+            other = true;
+            otherDelimiters += delimiter;
+        }
+    }
 }
 
 void ImportConfigurationModel::SetMode(int newMode)
@@ -74,8 +84,10 @@ void ImportConfigurationModel::SetMode(int newMode)
     ruler_.SetBackgroundColour(active ? kActiveBackground : kGreyBackground);
     ruler_.SetTickColour(active ? 0 : kGreyTicks);
     ruler_.SetThirdColour(active ? 0 : kGreyTicks);
-    if (!initialising_)
+    if (!initialising_) {
         configuration_.Clear();
+        chosen_.reset();
+    }
 }
 
 void ImportConfigurationModel::ChooseFile(const WString& path)
@@ -89,6 +101,7 @@ void ImportConfigurationModel::ChooseFile(const WString& path)
 void ImportConfigurationModel::DelimitersChanged()
 {
     configuration_.Clear();
+    chosen_.reset();
     LoadPreview();
 }
 
@@ -132,8 +145,11 @@ void ImportConfigurationModel::BuildColumnList()
         row.name = i < header.size() ? header[i] : row.label;
         row.type = i < sample.size() ? GuessColumnType(sample[i]) : ColumnTypeText;
     }
-    if (loaded_)
+    if (chosen_)
+        ApplyChosenColumns();
+    else if (loaded_)
         ApplyStoredColumns();
+    RefreshTypeWarnings();
 }
 
 void ImportConfigurationModel::ApplyStoredColumns()
@@ -202,7 +218,7 @@ bool ImportConfigurationModel::CellConverts(std::size_t row, std::size_t column)
     if (row >= rows.size() || column >= columns.size() || rows[row].comment)
         return true;
     const FieldList& fields = rows[row].fields;
-    return column >= fields.size() || FieldConverts(fields[column], columns[column].type);
+    return column >= fields.size() || rows[row].header || FieldConverts(fields[column], columns[column].type);
 }
 
 unsigned ImportConfigurationModel::StoredChanges(ImportValue value, std::size_t column) const
@@ -223,6 +239,7 @@ void ImportConfigurationModel::Confirm()
     configuration_.SetComments(comments);
     configuration_.GetPositions() = positions_;
     configuration_.SetMode(mode);
+    configuration_.SetHeaderLines(headerLines);
     auto& records = configuration_.GetColumns();
     records.clear();
     for (std::size_t i = 0; i < columns.size(); ++i) {

@@ -8,8 +8,11 @@
 #include "host/Text.h"
 #include "import/ImportTxtConfiguration.h"
 #include "ui/ImportPreview.h"
+#include "ui/PresetDetect.h"
 #include "ui/RulerModel.h"
+#include "ui/SurveyPresets.h"
 
+#include <optional>
 #include <vector>
 
 struct ColumnListRow {
@@ -17,6 +20,16 @@ struct ColumnListRow {
     WString name;
     int type = 0;  // a ColumnTypeChoice
     bool on = true;
+    // Why the type does not suit every preview line ("" when it does): the first line whose
+    // field does not convert. Said beside the list; the type stays as guessed or chosen.
+    WString typeWarning;
+};
+
+// One entry of the wizard's preset choice: a preset, and what Detect found for it.
+struct PresetChoice {
+    WString label;                           // the preset's name; after Detect with its delimiter
+    const SurveyPreset* preset = nullptr;
+    std::optional<DetectCandidate> detected; // Detect's fitting candidate, applied as found
 };
 
 class ImportConfigurationModel {
@@ -73,6 +86,29 @@ public:
 
     // True when the cell's text converts to its column's chosen type.
     bool CellConverts(std::size_t row, std::size_t column) const;
+    // After a column's type changed: its warning follows the new type.
+    void TypeChanged(std::size_t column);
+
+    // Survey presets (ui/ImportWizardPresets.cpp). The choice lists the shipped presets, then
+    // the user's; after Detect, the fitting ones first, best first, each with its delimiter.
+    const std::vector<PresetChoice>& PresetChoices() const { return presetChoices_; }
+    // Fills the delimiter boxes, the header lines and the column list from the entry exactly
+    // as a user setting them would (a shipped preset keeps the header lines as they are), and
+    // reloads the preview. False for an index out of range or a file that does not open.
+    bool ChoosePreset(std::size_t index);
+    // Tries every preset on the preview's lines and chooses the best fitting one; the note
+    // says which fit and why the others do not. False when none fits (nothing changes).
+    bool Detect();
+    // The check box "first line holds the column names": one header line or none; reloads.
+    void SetFirstLineHoldsNames(bool holds);
+    // Saves the wizard's setup as the user's preset of that name and lists it; the note says
+    // where, or why not.
+    bool SavePreset(const WString& name);
+    // What the last preset action found, and the columns whose type a preview line
+    // disagrees with; several lines.
+    WString Note() const;
+    // Where the user's presets are read from and saved to; UserPresetFolder() unless set.
+    void SetUserPresetFolder(const WString& folder);
 
     // What the configuration would make of a field (ImportValueChange bits; 0: it reads back
     // as shown): the file path, the other delimiters while they are ticked, the comment
@@ -91,6 +127,8 @@ public:
     bool other = false;
     WString otherDelimiters;
     WString comments = WTEXT("*#");
+    // The first non-comment lines that hold names, not data (the configuration's header lines).
+    int headerLines = 0;
     std::vector<ColumnListRow> columns;
 
     // The ticked delimiters in the wizard's order: space, tab, then the other-delimiters text
@@ -110,6 +148,10 @@ public:
 private:
     WString Stored() const;
     void ApplyStoredColumns();
+    void ApplyChosenColumns();
+    void TakeFields(const ImportTxtConfiguration& configuration);
+    void ListPresets();
+    void RefreshTypeWarnings();
 
     VeltoGis::ImportExport::CImportDefinition& definition_;
     bool node_;
@@ -121,4 +163,12 @@ private:
     int breaksAdded_ = 0;
     bool loaded_ = false;
     bool initialising_ = false;
+    // The columns of a chosen preset, which the next column list takes when the counts match.
+    std::optional<ImportTxtConfiguration> chosen_;
+    WString chosenName_;
+    WString userPresetFolder_;
+    bool userPresetFolderSet_ = false;
+    std::vector<SurveyPreset> userPresets_;
+    std::vector<PresetChoice> presetChoices_;
+    WString presetNote_;
 };

@@ -39,7 +39,8 @@ void ImportPreview::Clear()
     rows_.clear();
     header_.clear();
     sample_.clear();
-    headerTaken_ = sampleTaken_ = false;
+    headerTaken_ = sampleTaken_ = namesLineTaken_ = false;
+    headerLinesLeft_ = 0;
     columnsFound_ = 0;
     encoding_ = PreviewEncoding();
 }
@@ -48,6 +49,8 @@ std::optional<std::uint32_t> ImportPreview::RowColour(std::size_t row) const
 {
     if (row < rows_.size() && rows_[row].comment)
         return kCommentRowColour;
+    if (row < rows_.size() && rows_[row].header)
+        return kHeaderRowColour;
     return std::nullopt;
 }
 
@@ -61,6 +64,7 @@ bool ImportPreview::Load(const ImportConfigurationModel& wizard)
         return false;
     }
     const bool fixedWidth = wizard.mode == ImportConfigurationModel::ModeFixedWidth;
+    headerLinesLeft_ = std::max(wizard.headerLines, 0);
     const int breakCount = wizard.Ruler().BreakCount();
     LineSplitter splitter(wizard.Delimiters(), wizard.comments, fixedWidth, wizard.Ruler().BreakPositions());
     splitter.ReadFieldsUpTo(fixedWidth ? static_cast<std::size_t>(std::max(breakCount, 1))
@@ -116,7 +120,13 @@ bool ImportPreview::Load(const ImportConfigurationModel& wizard)
 void ImportPreview::TakeLine(WString& line, bool fixedWidth, LineSplitter& splitter)
 {
     PreviewRow row;
+    row.line = lineCount_ + 1;
     row.comment = splitter.IsComment(line);
+    // As the import counts them: any line that is not a comment, an empty one too.
+    if (!row.comment && headerLinesLeft_ > 0) {
+        row.header = true;
+        --headerLinesLeft_;
+    }
     if (fixedWidth) {
         splitter.TrimLineEnd(line);
         // An empty line adds no boundary to the growing positions either.
@@ -126,11 +136,15 @@ void ImportPreview::TakeLine(WString& line, bool fixedWidth, LineSplitter& split
         splitter.Split(line, row.fields);
         const auto separators = std::count(line.begin(), line.end(), kFieldSeparator);
         columnsFound_ = std::max(columnsFound_, static_cast<int>(std::min<std::ptrdiff_t>(separators + 1, INT32_MAX)));
-        if (row.comment && !headerTaken_) {
+        if (row.header && !namesLineTaken_) {
+            // A names line outranks a comment line of names.
+            header_ = row.fields;
+            headerTaken_ = namesLineTaken_ = true;
+        } else if (row.comment && !headerTaken_) {
             header_ = row.fields;
             TakeOffMarker(header_);
             headerTaken_ = true;
-        } else if (!row.comment && !sampleTaken_) {
+        } else if (!row.comment && !row.header && !sampleTaken_) {
             for (const WString& field : row.fields)
                 sample_.push_back(field.substr(0, kLongestSample));
             sampleTaken_ = true;

@@ -23,6 +23,8 @@ using WorkRunner = std::function<void(const std::function<void()>& work, const s
 struct PreviewRow {
     FieldList fields;
     bool comment = false;
+    bool header = false;    // one of the wizard's header lines: names, not data
+    std::uint64_t line = 0; // the line's number in the file, from 1
 };
 
 // What the reader found at the head of the file.
@@ -37,6 +39,8 @@ public:
     static constexpr int kMaxLines = 999;
     // The background of a comment row (light grey), 0x00BBGGRR.
     static constexpr std::uint32_t kCommentRowColour = 0xD3D3D3;
+    // The background of a header line's row (light blue).
+    static constexpr std::uint32_t kHeaderRowColour = 0xF5E8D8;
     // Delimited columns taken at most. More is never a survey file but a wrong delimiter or
     // a binary file, and millions of columns would hold the wizard for minutes in gigabytes.
     static constexpr int kMaxColumns = 1000;
@@ -59,11 +63,13 @@ public:
     std::size_t LineCount() const { return lineCount_; }
     // One row per non-empty line.
     const std::vector<PreviewRow>& Rows() const { return rows_; }
-    // A row's background: kCommentRowColour for a comment line's row, none for any other.
+    // A row's background: kCommentRowColour for a comment line's row, kHeaderRowColour for a
+    // header line's, none for any other.
     std::optional<std::uint32_t> RowColour(std::size_t row) const;
-    // The first comment line's fields, its marker taken off (delimited mode only).
+    // The first header line's fields when the wizard has header lines, else the first comment
+    // line's, its marker taken off (delimited mode only).
     const FieldList& HeaderFields() const { return header_; }
-    // The first data line's fields (delimited mode only), each cut to what shows whether it
+    // The first data line's fields, header lines not counted (delimited mode only), each cut to what shows whether it
     // is a number: a longer field is text whatever it holds.
     const FieldList& SampleFields() const { return sample_; }
     // The columns the wizard takes: those the lines have, at most kMaxColumns.
@@ -81,6 +87,8 @@ private:
     FieldList header_;
     FieldList sample_;
     bool headerTaken_ = false;
+    bool namesLineTaken_ = false;
+    int headerLinesLeft_ = 0;
     bool sampleTaken_ = false;
     int columnsFound_ = 0;
     PreviewEncoding encoding_;

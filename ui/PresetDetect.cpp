@@ -1,6 +1,7 @@
 #include "ui/PresetDetect.h"
 
 #include "host/GisUtility.h"
+#include "host/Messages.h"
 #include "host/WideText.h"
 #include "import/LineSplitter.h"
 #include "textfile/TextFile.h"
@@ -27,7 +28,7 @@ LineCheck CheckLine(const SurveyPreset& preset, const FieldList& fields, std::ui
     LineCheck check;
     const std::size_t needed = preset.columns.size();
     if (fields.size() != needed) {
-        check.reason = FormatWide(WTEXT("line %d has %d columns, %s needs %d"),
+        check.reason = FormatWide(LoadMessage(MessageId::PresetColumnCount),
                                   {static_cast<int>(lineNo), static_cast<int>(fields.size()), preset.name,
                                    static_cast<int>(needed)});
         return check;
@@ -38,7 +39,7 @@ LineCheck CheckLine(const SurveyPreset& preset, const FieldList& fields, std::ui
         if (choice == ColumnTypeText)
             continue;
         if (fields[i].empty() || !FieldConverts(fields[i], choice)) {
-            check.reason = FormatWide(WTEXT("column %d %s on line %d is not a number"),
+            check.reason = FormatWide(LoadMessage(MessageId::PresetNotANumber),
                                       {static_cast<int>(i + 1), Quoted(fields[i]), static_cast<int>(lineNo)});
             return check;
         }
@@ -78,7 +79,7 @@ public:
     {
         const SurveyPreset& preset = *candidate_.preset;
         if (lines.empty()) {
-            candidate_.reason = WTEXT("the file has no lines to try it on");
+            candidate_.reason = LoadMessage(MessageId::PresetNoLines);
             return candidate_;
         }
         FieldList firstFields;
@@ -99,7 +100,7 @@ public:
         if (first.numbersFit) {
             CountInside(firstFields, areaOfUse);
         } else if (lines.size() > 1 && !first.countFits) {
-            candidate_.reason = FormatWide(WTEXT("the names line has %d names, %s needs %d"),
+            candidate_.reason = FormatWide(LoadMessage(MessageId::PresetNamesCount),
                                            {static_cast<int>(firstFields.size()), preset.name,
                                             static_cast<int>(preset.columns.size())});
             return candidate_;
@@ -212,15 +213,13 @@ void Decide(DetectResult& result, bool areaKnown)
         return SwappedAxes(candidate.Targets(), best.Targets());
     });
     if (swapOpen && areaKnown)
-        result.note = WTEXT("northing and easting cannot be told apart: the points fall inside the coordinate "
-                            "system's area of use in both orders; both are offered");
+        result.note = LoadMessage(MessageId::PresetAxesOpenInArea);
     else if (swapOpen)
-        result.note = WTEXT("northing and easting cannot be told apart by the numbers; both orders are offered");
+        result.note = LoadMessage(MessageId::PresetAxesOpen);
     else if (demoted != fitting.end() && demoted->namesContradict && !best.namesContradict)
-        result.note = WTEXT("the names line tells northing from easting");
+        result.note = LoadMessage(MessageId::PresetAxesByNames);
     else if (demoted != fitting.end())
-        result.note = WTEXT("the points fall inside the coordinate system's area of use only in the order of ") +
-                      best.preset->name;
+        result.note = FormatWide(LoadMessage(MessageId::PresetAxesByArea), {best.preset->name});
 }
 
 } // namespace

@@ -1,6 +1,9 @@
 #include "ui/UserPresets.h"
 
+#include "host/Messages.h"
 #include "host/Utf8.h"
+#include "host/WideText.h"
+#include "platform/FileReplacement.h"
 #include "platform/UserFolders.h"
 #include "textfile/TextFile.h"
 
@@ -94,20 +97,28 @@ WString SaveUserPreset(const WString& folder, const WString& name, ImportTxtConf
         return WString();
     configuration.SetTxtFile(WString());
     const WString path = folder + Platform::PathSeparator() + name + WTEXT(".xml");
-    TextFile file;
-    if (file.Open(path, TextFileMode::Write, TextEncoding::Utf8) != TextFileResult::Ok)
+    // Written beside and put in place whole: a preset saved over is never left half-written.
+    WString temporary;
+    if (!Platform::CreateFileBeside(path.c_str(), &temporary))
         return WString();
-    const bool written = file.WriteString(nullptr, configuration.ToXml()) == TextFileResult::Ok;
-    return file.Close() == TextFileResult::Ok && written ? path : WString();
+    TextFile file;
+    bool written = file.Open(temporary, TextFileMode::Write, TextEncoding::Utf8) == TextFileResult::Ok;
+    written = written && file.WriteString(nullptr, configuration.ToXml()) == TextFileResult::Ok;
+    written = file.Close() == TextFileResult::Ok && written;
+    if (written && Platform::ReplaceFileWith(path.c_str(), temporary.c_str()))
+        return path;
+    Platform::RemoveFile(temporary.c_str());
+    return WString();
 }
 
 WString DescribePresetProblem(const PresetFileProblem& problem)
 {
     switch (problem.kind) {
-    case PresetFileProblem::Kind::Unreadable: return problem.file + WTEXT(": the file cannot be read");
+    case PresetFileProblem::Kind::Unreadable:
+        return FormatWide(LoadMessage(MessageId::PresetFileUnreadable), {problem.file});
     case PresetFileProblem::Kind::NotAConfiguration:
-        return problem.file + WTEXT(": not an import configuration (no cfg element)");
+        return FormatWide(LoadMessage(MessageId::PresetFileNotConfiguration), {problem.file});
     case PresetFileProblem::Kind::NotDelimited: break;
     }
-    return problem.file + WTEXT(": a fixed-width configuration, which a preset cannot be");
+    return FormatWide(LoadMessage(MessageId::PresetFileFixedWidth), {problem.file});
 }

@@ -35,7 +35,8 @@ UserPresetList ReadUserPresets(const WString& folder);
 SurveyPreset PresetOfConfiguration(const WString& name, const WString& file, const ImportTxtConfiguration& configuration);
 
 // Writes the configuration (without its file path) as the preset NAME.xml in the folder,
-// making the folder first; UTF-8 with a byte-order mark. Returns the file's path, or empty
+// making the folder first; UTF-8 with a byte-order mark, written beside and put in place whole
+// (a preset saved over stays as it was when the save fails). Returns the file's path, or empty
 // when the name cannot be a file name (empty, a path separator, a leading '.') or the file
 // cannot be written.
 WString SaveUserPreset(const WString& folder, const WString& name, ImportTxtConfiguration configuration);

@@ -14,7 +14,8 @@ struct MessageText {
 
 // The English texts of the messages the text-file module uses, sorted by number. 60043 and
 // 7876 are format strings with the file path as their one %s argument; 61051 has the path
-// and then the system's reason; 61052 has two numbers, 61056 one.
+// and then the system's reason; 61052 has two numbers, 61056 one. From 61100 the arguments
+// are as host/Messages.h lists them.
 constexpr MessageText kMessages[] = {
     {49, WTEXT("File exists")},
     {60, WTEXT("OK")},
@@ -62,6 +63,28 @@ constexpr MessageText kMessages[] = {
     {61057, WTEXT("UTF-8")},
     {61058, WTEXT("UTF-16LE")},
     {61059, WTEXT("UTF-16BE")},
+    {61100, WTEXT("line %d has %d columns, %s needs %d")},
+    {61101, WTEXT("column %d %s on line %d is not a number")},
+    {61102, WTEXT("the file has no lines to try it on")},
+    {61103, WTEXT("the names line has %d names, %s needs %d")},
+    {61104, WTEXT("northing and easting cannot be told apart: the points fall inside the coordinate system's area "
+                  "of use in both orders; both are offered")},
+    {61105, WTEXT("northing and easting cannot be told apart by the numbers; both orders are offered")},
+    {61106, WTEXT("the names line tells northing from easting")},
+    {61107, WTEXT("the points fall inside the coordinate system's area of use only in the order of %s")},
+    {61110, WTEXT("%s (%s)")},
+    {61111, WTEXT("%s (%s, first line holds the names)")},
+    {61112, WTEXT("Fits every line: %s.")},
+    {61113, WTEXT("%s does not fit: %s.")},
+    {61114, WTEXT("No preset fits every line.")},
+    {61115, WTEXT("Saved as %s.")},
+    {61116, WTEXT("The preset %s cannot be saved: a name without path separators, not starting with a dot, "
+                  "in a settings folder that can be written.")},
+    {61117, WTEXT("The lines have %d columns; %s has %d. The columns are taken from the lines.")},
+    {61118, WTEXT("%s: line %d holds %s, which is not %s.")},
+    {61120, WTEXT("%s: the file cannot be read")},
+    {61121, WTEXT("%s: not an import configuration (no cfg element)")},
+    {61122, WTEXT("%s: a fixed-width configuration, which a preset cannot be")},
 };
 
 constexpr bool IsSortedById()

@@ -6,7 +6,7 @@
 #include "host/Messages.h"
 #include "refhost/testing/TestText.h"
 #include "ui/DialogTemplates.h"
-#include "ui/wx/TemplateIds.h"
+#include "ui/TemplateIds.h"
 
 #include <gtest/gtest.h>
 

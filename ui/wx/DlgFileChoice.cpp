@@ -2,7 +2,7 @@
 
 #include "ui/FileChoiceModel.h"
 #include "ui/wx/TemplateControls.h"
-#include "ui/wx/TemplateIds.h"
+#include "ui/TemplateIds.h"
 #include "ui/wx/WxText.h"
 
 #include <wx/button.h>

@@ -11,7 +11,7 @@
 #include "ui/wx/RulerWnd.h"
 #include "ui/wx/RunBesideEventLoop.h"
 #include "ui/wx/TemplateControls.h"
-#include "ui/wx/TemplateIds.h"
+#include "ui/TemplateIds.h"
 #include "ui/wx/WxText.h"
 
 #include <wx/bmpbuttn.h>

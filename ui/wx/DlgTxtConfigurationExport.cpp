@@ -3,7 +3,7 @@
 #include "host/CadPlatform.h"
 #include "host/Messages.h"
 #include "ui/wx/TemplateControls.h"
-#include "ui/wx/TemplateIds.h"
+#include "ui/TemplateIds.h"
 #include "ui/wx/WxText.h"
 
 #include <wx/button.h>

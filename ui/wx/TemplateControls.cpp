@@ -4,6 +4,7 @@
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
+#include <wx/combobox.h>
 #include <wx/debug.h>
 #include <wx/radiobut.h>
 #include <wx/statbox.h>
@@ -31,6 +32,7 @@ wxWindow* DefaultControl(wxWindow* parent, const DialogControl& control)
         return new wxRadioButton(parent, control.id, caption, wxDefaultPosition, wxDefaultSize, wxRB_GROUP);
     case ControlKind::Radio: return new wxRadioButton(parent, control.id, caption);
     case ControlKind::Check: return new wxCheckBox(parent, control.id, caption);
+    case ControlKind::Combo: return new wxComboBox(parent, control.id);
     case ControlKind::GroupBox: return new wxStaticBox(parent, control.id, caption);
     default: return nullptr; // the view's own
     }

@@ -23,6 +23,7 @@ ScenarioStep RenameCancelled(int row, std::string typed)
 }
 ScenarioStep ToggleOn(int row) { return Make(ScenarioStep::ToggleColumnOn, 0, row); }
 ScenarioStep RulerAt(int character) { return Make(ScenarioStep::ClickRulerAt, 0, character); }
+ScenarioStep Choose(int control, std::string entry) { return Make(ScenarioStep::ChooseEntry, control, 0, std::move(entry)); }
 ScenarioStep Enabled(int control) { return Make(ScenarioStep::ExpectEnabled, control); }
 ScenarioStep Disabled(int control) { return Make(ScenarioStep::ExpectDisabled, control); }
 ScenarioStep Shows(int control, std::string text) { return Make(ScenarioStep::ExpectText, control, 0, std::move(text)); }
@@ -72,7 +73,8 @@ constexpr int kPath = 105, kComment = 204, kSpace = 110, kTab = 111, kOther = 11
 }
 namespace imp {
 constexpr int kPath = 201, kDelimited = 203, kFixedWidth = 205, kSpace = 206, kTab = 207, kOther = 208,
-              kOtherText = 209, kComments = 204, kRuler = 221, kRemoveBreaks = 222;
+              kOtherText = 209, kComments = 204, kRuler = 221, kRemoveBreaks = 222, kPreset = 240, kDetect = 241,
+              kSavePreset = 242, kNamesLine = 243, kNote = 244;
 }
 namespace question {
 constexpr int kText = 114, kOverwrite = 113, kAppend = 112, kCancel = 111;
@@ -88,11 +90,12 @@ std::string Export(const std::string& path, const std::string& comment, const st
 }
 
 std::string Import(const std::string& path, const std::string& delimiters, const std::string& comments, int mode,
-                   const std::string& positions, const std::string& columns)
+                   const std::string& positions, const std::string& columns, int headerLines = 0)
 {
     return R"(<?xml version="1.0" encoding="utf-8"?><cfg txtFile=")" + path + "\" delimiter=\"" + delimiters +
            "\" comments=\"" + comments + "\" mode=\"" + std::to_string(mode) + "\" colPositions=\"" + positions +
-           "\">" + columns + "</cfg>";
+           "\"" + (headerLines > 0 ? " headerLines=\"" + std::to_string(headerLines) + "\"" : std::string()) + ">" +
+           columns + "</cfg>";
 }
 
 constexpr int kText = 5005, kInteger = 5010, kReal = 5001;
@@ -209,6 +212,45 @@ std::vector<DialogScenario> ImportScenarios()
                     1, stored});
     rows.push_back({"ImportCancelStoresNothing", 102, "", "1\t2\n", 1, "points.txt", "$FILE", false,
                     {Rename(0, "Gone"), Click(kCancel)}, 2, ""});
+
+    // Survey presets: Detect on a file with a names line, a preset chosen from the list, the
+    // names line ticked by hand, and the setup saved as the user's own preset.
+    rows.push_back({"ImportDetectTakesPnezdAndItsNamesLine", 102, "",
+                    "Point,Northing,Easting,Elevation,Description\n1,5123398.004,456705.250,301.213,BM1\n"
+                    "2,5123401.882,456712.004,301.498,TP\n",
+                    1, "points.txt", "$FILE", false,
+                    {Unchecked(imp::kNamesLine), Click(imp::kDetect), Checked(imp::kNamesLine), Checked(imp::kOther),
+                     Unchecked(imp::kTab), Shows(imp::kOtherText, ","),
+                     ShowsPart(imp::kNote, "Fits every line: PNEZD (comma, first line holds the names)"),
+                     ShowsPart(imp::kNote, "the names line tells northing from easting"),
+                     ShowsPart(imp::kNote, "XYZ (comma) does not fit: line 1 has 5 columns, XYZ needs 3."),
+                     PreviewRows(3), ColumnRows(5), ColumnName(0, "Point"), ColumnName(2, "Easting"), Click(kOk)},
+                    1,
+                    Import("$FILE", ",", "*#", 0, "",
+                           Column(0, "Point", kText) + Column(1, "Northing", kReal) + Column(2, "Easting", kReal) +
+                               Column(3, "Elevation", kReal) + Column(4, "Description", kText),
+                           1)});
+    rows.push_back({"ImportPresetChosenFromTheList", 102, "",
+                    "1 456705.250 5123398.004 301.213 BM1\n2 456712.004 5123401.882 n/a TP\n", 1, "points.txt",
+                    "$FILE", false,
+                    {Choose(imp::kPreset, "PENZD"), Checked(imp::kSpace), Unchecked(imp::kTab), Unchecked(imp::kOther),
+                     ColumnRows(5), ColumnName(1, "easting"), Unchecked(imp::kNamesLine),
+                     ShowsPart(imp::kNote, "elevation: line 2 holds 'n/a', which is not Real."), Click(kOk)},
+                    1,
+                    Import("$FILE", " ", "*#", 0, "",
+                           Column(0, "name", kText) + Column(1, "easting", kReal) + Column(2, "northing", kReal) +
+                               Column(3, "elevation", kReal) + Column(4, "description", kText))});
+    rows.push_back({"ImportFirstLineHoldsTheNames", 102, "", "X\tY\tZ\n1.5\t2.5\t3\n", 1, "points.txt", "$FILE", false,
+                    {ColumnName(0, "C1"), Click(imp::kNamesLine), Checked(imp::kNamesLine), ColumnName(0, "X"),
+                     ColumnName(2, "Z"), PreviewRows(2), Click(kOk)},
+                    1,
+                    Import("$FILE", "\t", "*#", 0, "",
+                           Column(0, "X", kReal) + Column(1, "Y", kReal) + Column(2, "Z", kInteger), 1)});
+    rows.push_back({"ImportSetupSavedAsTheUsersPreset", 102, "", "1;2.5\n2;3.5\n", 1, "points.txt", "$FILE", false,
+                    {Click(imp::kTab), Click(imp::kOther), Type(imp::kOtherText, ";"), Type(imp::kPreset, "Mine"),
+                     Click(imp::kSavePreset), ShowsPart(imp::kNote, "Mine.xml"),
+                     Choose(imp::kPreset, "Mine"), Click(kOk)},
+                    1, Import("$FILE", ";", "*#", 0, "", Column(0, "C1", kInteger) + Column(1, "C2", kReal))});
 
     // What the wizard meets in the field.
     rows.push_back({"ImportUnparseableStoredConfigurationOpensWithTab", 102, "<cfg broken", "1\t2\n", 1, "points.txt",

@@ -5,7 +5,8 @@
 //
 // Texts are UTF-8. In paths, stored configurations and expected texts, "$FILE" stands for the
 // scenario's file (written into a private folder before the dialog opens) and "$DIR" for that
-// folder. Control ids are those of ui/templates/*.def; 1 and 2 are OK and Cancel.
+// folder. Control ids are those of ui/templates/*.def; 1 and 2 are OK and Cancel. The user's
+// settings folder (XDG_CONFIG_HOME, APPDATA) is "$DIR/settings" while a dialog is open.
 
 #include <cstddef>
 #include <string>
@@ -23,6 +24,7 @@ struct ScenarioStep {
         CancelColumnNameEdit, // types text into the name cell of row and throws it away with Esc
         ToggleColumnOn,       // one click on the import check box of row
         ClickRulerAt,         // a click on the ruler where the column beginning at character row goes
+        ChooseEntry,          // the drop-down list control's entry named text, chosen as a user does
         ExpectEnabled,
         ExpectDisabled,
         ExpectText,           // the control shows exactly text
@@ -72,6 +74,7 @@ ScenarioStep Rename(int row, std::string name);
 ScenarioStep RenameCancelled(int row, std::string typed);
 ScenarioStep ToggleOn(int row);
 ScenarioStep RulerAt(int character);
+ScenarioStep Choose(int control, std::string entry);
 ScenarioStep Enabled(int control);
 ScenarioStep Disabled(int control);
 ScenarioStep Shows(int control, std::string text);

@@ -1,5 +1,5 @@
 #pragma once
-// The template controls the wx views reach by name. The numbers are those of
+// The template controls the views reach by name. The numbers are those of
 // ui/templates/*.def; a test checks that each is in its template with the kind the view
 // expects. Plain C++, so that the test needs no toolkit.
 
@@ -11,8 +11,8 @@ namespace ImportControl {
 constexpr int kFileLabel = 230, kFilePath = 201, kBrowse = 200, kEncodingLabel = 231, kEncoding = 233,
               kDelimited = 203, kFixedWidth = 205, kDelimiterLabel = 232, kSpace = 206, kTab = 207, kOther = 208,
               kOtherDelimiters = 209, kCommentLabel = 234, kComments = 204, kRuler = 221, kRemoveBreaks = 222,
-              kShownColumns = 235, kColumnLabel = 236, kColumnList = 104, kRebuildColumns = 102, kOk = 1,
-              kCancel = 2;
+              kShownColumns = 235, kColumnLabel = 236, kColumnList = 104, kRebuildColumns = 102, kPresetLabel = 237,
+              kPreset = 240, kDetect = 241, kSavePreset = 242, kNamesLine = 243, kNote = 244, kOk = 1, kCancel = 2;
 constexpr std::pair<int, ControlKind> kUsed[] = {
     {kFileLabel, ControlKind::Label},       {kFilePath, ControlKind::Edit},
     {kBrowse, ControlKind::IconButton},     {kEncodingLabel, ControlKind::Label},
@@ -25,6 +25,9 @@ constexpr std::pair<int, ControlKind> kUsed[] = {
     {kPreviewPlaceholderId, ControlKind::Placeholder},
     {kShownColumns, ControlKind::Label},    {kColumnLabel, ControlKind::Label},
     {kColumnList, ControlKind::ColumnList}, {kRebuildColumns, ControlKind::Button},
+    {kPresetLabel, ControlKind::Label},     {kPreset, ControlKind::Combo},
+    {kDetect, ControlKind::Button},         {kSavePreset, ControlKind::Button},
+    {kNamesLine, ControlKind::Check},       {kNote, ControlKind::ReadOnlyText},
     {kOk, ControlKind::Button},             {kCancel, ControlKind::Button},
 };
 } // namespace ImportControl
