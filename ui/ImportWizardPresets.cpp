@@ -68,11 +68,25 @@ bool ImportConfigurationModel::ChoosePreset(std::size_t index)
     ImportTxtConfiguration configuration;
     configuration.SetComments(comments);
     configuration.SetHeaderLines(headerLines);
-    if (choice.detected)
-        ApplyCandidate(*choice.detected, configuration);
+    // A preset chosen by hand takes the first of its delimiters that fits the file's lines as
+    // Detect would, else the first that cuts them into its columns (a value that does not
+    // convert is then warned of), else the first of all.
+    std::optional<DetectCandidate> candidate = choice.detected;
+    std::vector<DetectLine> lines;
+    WString delimiter = choice.preset->delimiters.empty() ? WString() : choice.preset->delimiters.front();
+    if (!candidate && ReadDetectLines(filePath, comments, lines, static_cast<std::size_t>(ImportPreview::kMaxLines))) {
+        DetectResult tried = DetectPresets(lines, {*choice.preset});
+        if (!tried.fitting.empty()) {
+            candidate = std::move(tried.fitting.front());
+            candidate->preset = choice.preset;
+        } else if (const WString cutting = DelimiterByColumnCount(lines, *choice.preset); !cutting.empty()) {
+            delimiter = cutting;
+        }
+    }
+    if (candidate)
+        ApplyCandidate(*candidate, configuration);
     else
-        ApplyPreset(*choice.preset, choice.preset->delimiters.empty() ? WString() : choice.preset->delimiters.front(),
-                    configuration);
+        ApplyPreset(*choice.preset, delimiter, configuration);
     TakeFields(configuration);
     configuration_.Clear();
     chosen_ = std::move(configuration);

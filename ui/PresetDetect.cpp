@@ -273,6 +273,21 @@ DetectResult DetectPresets(const std::vector<DetectLine>& lines, const std::vect
     return result;
 }
 
+WString DelimiterByColumnCount(const std::vector<DetectLine>& lines, const SurveyPreset& preset)
+{
+    FieldList fields;
+    for (const WString& delimiter : preset.delimiters) {
+        LineSplitter splitter(DelimitersOf(delimiter), WString(), false, PositionList());
+        const bool cuts = !lines.empty() && std::all_of(lines.begin(), lines.end(), [&](const DetectLine& line) {
+            WString text = line.text;
+            return splitter.Split(text, fields) == preset.columns.size();
+        });
+        if (cuts)
+            return delimiter;
+    }
+    return WString();
+}
+
 void ApplyCandidate(const DetectCandidate& candidate, ImportTxtConfiguration& configuration)
 {
     ApplyPreset(*candidate.preset, candidate.delimiter, configuration);

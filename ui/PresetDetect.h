@@ -59,6 +59,10 @@ struct DetectResult {
 DetectResult DetectPresets(const std::vector<DetectLine>& lines, const std::vector<SurveyPreset>& presets,
                            const AreaOfUseTest& areaOfUse = {});
 
+// The first of the preset's delimiters that cuts every line into as many fields as the preset
+// has columns, whatever the fields hold; empty when none does.
+WString DelimiterByColumnCount(const std::vector<DetectLine>& lines, const SurveyPreset& preset);
+
 // Fills the configuration with the candidate: the preset applied with its delimiter, the
 // column names and the header lines found.
 void ApplyCandidate(const DetectCandidate& candidate, ImportTxtConfiguration& configuration);

@@ -17,6 +17,7 @@
 #include <wx/bmpbuttn.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
+#include <wx/combobox.h>
 #include <wx/filedlg.h>
 #include <wx/radiobut.h>
 #include <wx/sizer.h>
@@ -125,6 +126,7 @@ bool CDlgTxtConfiguration::OnInitDialog()
         RunBesideEventLoop(work, poll);
     });
     model_.Open(hasPresetPath_ ? presetPath_.c_str() : nullptr);
+    ShowPresets();
     ShowFields();
     ShowMode();
     ShowPreview();
@@ -148,6 +150,8 @@ void CDlgTxtConfiguration::CreateControls()
     comments_ = controls.Get<wxTextCtrl>(kComments);
     shownColumns_ = controls.Get<wxStaticText>(kShownColumns);
     shownColumns_->Hide();
+    preset_ = controls.Get<wxComboBox>(kPreset);
+    namesLine_ = controls.Get<wxCheckBox>(kNamesLine);
 
     auto* rows = new wxBoxSizer(wxVERTICAL);
     rows->Add(FileRow(controls), 0, wxEXPAND | wxALL, 8);
@@ -182,6 +186,10 @@ wxWindow* CDlgTxtConfiguration::CreateOwnControl(wxWindow* parent, const DialogC
         return removeBreaks_;
     }
     case kPreviewPlaceholderId: return preview_ = new PreviewListCtrl(parent, kPreviewListId, wxSize(640, 220));
+    // Several lines that the user reads and may select from; it scrolls when they are many.
+    case kNote:
+        return note_ = new wxTextCtrl(parent, control.id, wxString(), wxDefaultPosition, wxSize(300, 90),
+                                      wxTE_MULTILINE | wxTE_READONLY | wxTE_WORDWRAP);
     case kColumnList: return columns_ = CreateColumnList(parent, control.id);
     case kRebuildColumns: {
         wxWindow* rebuild = rebuild_.Create(parent, control.id);
@@ -241,8 +249,10 @@ wxSizer* CDlgTxtConfiguration::ColumnRow(const TemplateControls& controls)
     columnBox->Add(controls[kColumnLabel], 0, wxBOTTOM, 4);
     columnBox->Add(columns_, 1, wxEXPAND);
     row->Add(columnBox, 0, wxEXPAND);
-    row->Add(controls[kRebuildColumns], 0, wxLEFT | wxALIGN_BOTTOM, 8);
-    row->AddStretchSpacer();
+    auto* side = new wxBoxSizer(wxVERTICAL);
+    side->Add(controls[kRebuildColumns], 0, wxBOTTOM, 8);
+    side->Add(PresetBox(controls), 1, wxEXPAND);
+    row->Add(side, 1, wxEXPAND | wxLEFT | wxRIGHT, 8);
     auto* buttons = new wxBoxSizer(wxVERTICAL);
     // No default button: Enter moves on and never closes the wizard.
     buttons->Add(controls[kOk], 0, wxBOTTOM, 6);
@@ -288,6 +298,7 @@ void CDlgTxtConfiguration::BindControls()
     window->Bind(wxEVT_CHAR_HOOK, &CDlgTxtConfiguration::OnCharHook, this);
 
     preview_->SetSource(PreviewListSourceOf(model_));
+    BindPresetControls();
 }
 
 void CDlgTxtConfiguration::ShowFields()
@@ -299,6 +310,7 @@ void CDlgTxtConfiguration::ShowFields()
     otherDelimiters_->ChangeValue(ToWxString(model_.otherDelimiters));
     comments_->ChangeValue(ToWxString(model_.comments));
     (model_.mode == ImportConfigurationModel::ModeFixedWidth ? fixedWidth_ : delimited_)->SetValue(true);
+    namesLine_->SetValue(model_.headerLines > 0);
     ShowStoredChanges();
 }
 
@@ -324,6 +336,17 @@ void CDlgTxtConfiguration::ShowNameChanges()
         columns_->GetGridWindow()->UnsetToolTip();
     else
         columns_->GetGridWindow()->SetToolTip(notes);
+    columns_->ForceRefresh();
+}
+
+// Marked as the names are; the note box says why.
+void CDlgTxtConfiguration::ShowTypeWarnings()
+{
+    for (std::size_t i = 0; i < model_.columns.size(); ++i) {
+        const bool warned = !model_.columns[i].typeWarning.empty();
+        columns_->SetCellBackgroundColour(static_cast<int>(i), kTypeColumn,
+                                          warned ? MarkedBackground() : columns_->GetDefaultCellBackgroundColour());
+    }
     columns_->ForceRefresh();
 }
 
@@ -381,6 +404,7 @@ void CDlgTxtConfiguration::ShowPreview()
     }
     ShowColumns();
     ShowEncoding();
+    ShowNote();
     ruler_->Refresh();
 }
 
@@ -398,6 +422,7 @@ void CDlgTxtConfiguration::ShowColumns()
         columns_->SetCheck(r, kOnColumn, row.on);
     }
     ShowNameChanges();
+    ShowTypeWarnings();
     columns_->Thaw();
 }
 
@@ -486,6 +511,8 @@ void CDlgTxtConfiguration::OnCharHook(wxKeyEvent& event)
         event.Skip(); // the editor commits on Enter itself
         return;
     }
+    if (wxWindow::FindFocus() == preset_ && ChooseTypedPreset())
+        return;
     // Enter moves on as Tab does; it never closes the wizard.
     if (wxWindow* focus = wxWindow::FindFocus())
         focus->Navigate(event.ShiftDown() ? wxNavigationKeyEvent::IsBackward : wxNavigationKeyEvent::IsForward);
@@ -501,7 +528,12 @@ void CDlgTxtConfiguration::OnColumnChanged(int row, int column)
         entry.name = FromWxString(columns_->Text(row, column));
         ShowNameChanges();
         break;
-    case kTypeColumn: entry.type = columns_->Choice(row, column); break;
+    case kTypeColumn:
+        entry.type = columns_->Choice(row, column);
+        model_.TypeChanged(static_cast<std::size_t>(row));
+        ShowTypeWarnings();
+        ShowNote();
+        break;
     case kOnColumn: entry.on = columns_->Checked(row, column); break;
     default: return;
     }

@@ -12,6 +12,7 @@
 #include <functional>
 
 class wxCheckBox;
+class wxComboBox;
 class wxRadioButton;
 class wxStaticText;
 class wxTextCtrl;
@@ -73,6 +74,20 @@ private:
     void OnColumnChanged(int row, int column);
     void OnOK();
 
+    // The survey presets (DlgTxtConfigurationPresets.cpp).
+    wxSizer* PresetBox(const TemplateControls& controls);
+    void BindPresetControls();
+    // The preset list as the model has it; selects entry (-1: none) and keeps the typed text.
+    void ShowPresets(int selected = -1);
+    void ShowNote();
+    // The type cells of columns whose type a preview line disagrees with.
+    void ShowTypeWarnings();
+    void ChoosePreset(int index);
+    // Enter in the preset choice: true when its text names an entry, which is then chosen.
+    bool ChooseTypedPreset();
+    // After a preset action: every field, the preview, the columns and the note anew.
+    void ShowAll();
+
     ImportConfigurationModel model_;
     WString presetPath_;
     bool hasPresetPath_;
@@ -92,5 +107,8 @@ private:
     PreviewListCtrl* preview_ = nullptr;
     wxStaticText* shownColumns_ = nullptr;
     ColumnListCtrl* columns_ = nullptr;
+    wxComboBox* preset_ = nullptr;
+    wxCheckBox* namesLine_ = nullptr;
+    wxTextCtrl* note_ = nullptr;
     wxString rulerTip_;
 };

@@ -55,9 +55,10 @@ void Click(wxWindow* dialog, int id)
 void TypeInto(wxWindow* dialog, int id, const std::string& text)
 {
     Click(dialog, id);
-    auto* edit = dynamic_cast<wxTextCtrl*>(Control(dialog, id));
+    wxWindow* control = Control(dialog, id);
+    auto* edit = dynamic_cast<wxTextEntry*>(control);
     ASSERT_NE(edit, nullptr);
-    PumpUntil([edit] { return edit->HasFocus(); });
+    PumpUntil([control] { return control->HasFocus(); });
     edit->SelectAll();
     wxUIActionSimulator simulator;
     simulator.Text(text.c_str());

@@ -9,6 +9,7 @@
 #include "host/WideText.h"
 #include "refhost/CadShimDialogs.h"
 #include "refhost/CadShimRecording.h"
+#include "refhost/testing/ScopedEnvironment.h"
 #include "refhost/testing/TempDir.h"
 #include "refhost/testing/TestText.h"
 #include "ui/DialogTemplates.h"
@@ -90,6 +91,18 @@ void ChooseType(ColumnListCtrl* grid, int row, const std::string& typeName)
     EXPECT_EQ(grid->Text(row, kTypeColumn), wxString::FromUTF8(typeName));
 }
 
+void ChooseEntry(wxWindow* dialog, int id, const wxString& entry)
+{
+    auto* combo = dynamic_cast<wxComboBox*>(Control(dialog, id));
+    ASSERT_NE(combo, nullptr);
+    Click(dialog, id);
+    // The drop-down is the toolkit's own popup, out of reach of the input simulator: the entry
+    // is typed, and Enter chooses it.
+    combo->SetValue(entry);
+    Press(WXK_RETURN);
+    EXPECT_EQ(combo->GetValue(), entry);
+}
+
 void ClickRuler(wxWindow* dialog, int character)
 {
     auto* ruler = dynamic_cast<CRulerWnd*>(Control(dialog, kRulerId));
@@ -101,7 +114,7 @@ void ClickRuler(wxWindow* dialog, int character)
 
 wxString TextOf(wxWindow* control)
 {
-    if (auto* edit = dynamic_cast<wxTextCtrl*>(control))
+    if (auto* edit = dynamic_cast<wxTextEntry*>(control))
         return edit->GetValue();
     return control->GetLabel();
 }
@@ -160,6 +173,7 @@ private:
             break;
         case ScenarioStep::ToggleColumnOn: ClickCell(ColumnList(dialog), step.row, kOnColumn); break;
         case ScenarioStep::ClickRulerAt: ClickRuler(dialog, step.row); break;
+        case ScenarioStep::ChooseEntry: ChooseEntry(dialog, step.control, text); break;
         case ScenarioStep::ExpectEnabled: EXPECT_TRUE(Control(dialog, step.control)->IsEnabled()); break;
         case ScenarioStep::ExpectDisabled: EXPECT_FALSE(Control(dialog, step.control)->IsEnabled()); break;
         case ScenarioStep::ExpectText: EXPECT_EQ(TextOf(Control(dialog, step.control)), text); break;
@@ -180,6 +194,8 @@ private:
             ExpectCount([&] { return ColumnList(dialog)->GetNumberRows(); }, step.row, "column list rows");
             break;
         case ScenarioStep::ExpectColumnName:
+            // Asked beyond its rows, the grid stops on an assertion box.
+            ASSERT_LT(step.row, ColumnList(dialog)->GetNumberRows());
             EXPECT_EQ(ColumnList(dialog)->Text(step.row, kNameColumn), text);
             break;
         }
@@ -267,6 +283,8 @@ TEST_P(DialogScenarioTest, PlayedWithRealInput)
         exportDefinition.SetExporterConfiguration(before.c_str());
     }
 
+    // The user's presets: the scenario's own, never the tester's.
+    const refhost::testing::ScopedEnvironment settings("XDG_CONFIG_HOME", folder.Path() + "/settings");
     CadShim::DriveNextDialog([&player](wxWindow* dialog) { player.Play(dialog); });
     EXPECT_EQ(RunDialog(scenario, player, importDefinition, exportDefinition), scenario.result);
 
