@@ -214,6 +214,35 @@ TEST_F(Win32DialogsGui, AltAndTheUnderlinedLetterReachesTheWizardsPresetControls
               });
 }
 
+// The preset choice by keyboard alone: Enter takes a typed entry's exact name and stays, else
+// moves on; Down on the closed list takes the next entry. Every shipped preset is tried with
+// a comma first, which the wizard's tab-delimited file does not have ticked.
+TEST_F(Win32DialogsGui, TheKeyboardChoosesAPreset)
+{
+    constexpr int kPreset = 240, kDetect = 241, kOther = 208;
+    CExportDefinition unused;
+    RunDriven([&] { return kDialogs[2].show(unused); },
+              [&](const DrivenDialog& dialog) {
+                  dialog.TypeText(kPreset, W("no such preset"));
+                  dialog.PressKey(VK_RETURN);
+                  EXPECT_EQ(dialog.FocusedId(), kDetect);
+                  EXPECT_FALSE(dialog.IsChecked(kOther));
+
+                  dialog.TypeText(kPreset, W("XYZ"));
+                  dialog.PressKey(VK_RETURN);
+                  EXPECT_EQ(dialog.FocusedId(), kPreset);
+                  EXPECT_TRUE(dialog.IsChecked(kOther)) << "XYZ taken";
+
+                  dialog.Click(kOther);
+                  EXPECT_FALSE(dialog.IsChecked(kOther));
+                  dialog.PressAltAnd('r');
+                  dialog.PressKey(VK_DOWN);
+                  EXPECT_EQ(U8(dialog.Text(kPreset)), "XYZD");
+                  EXPECT_TRUE(dialog.IsChecked(kOther)) << "XYZD taken";
+                  dialog.PressKey(VK_ESCAPE);
+              });
+}
+
 // Letters of code page 1252 only: the configuration stores the path in that code page.
 TEST_F(Win32DialogsGui, PathsLongerThanMaxPathAreTypedAndStoredWhole)
 {
