@@ -235,7 +235,8 @@ TEST(UserPresets, ConfigurationFilesAreListedAndOthersNamed)
     EXPECT_EQ(U8(site.columns[1].target), "NODE_COORDINATE_Y");
     ASSERT_EQ(list.problems.size(), 1u);
     EXPECT_EQ(U8(DescribePresetProblem(list.problems.front())),
-              folder.Path() + "/presets/broken.xml: not an import configuration (no cfg element)");
+              U8(presets + Platform::PathSeparator() + W("broken.xml")) +
+                  ": not an import configuration (no cfg element)");
 }
 
 #ifndef _WIN32

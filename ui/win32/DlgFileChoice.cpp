@@ -2,13 +2,12 @@
 
 #include "platform/Platform.h"
 #include "ui/FileChoiceModel.h"
+#include "ui/TemplateIds.h"
 #include "ui/win32/ControlText.h"
 #include "ui/win32/TemplateCaptions.h"
 #include "ui/win32/Win32.h"
 
-namespace {
-constexpr int kQuestion = 114;
-} // namespace
+using FileChoiceControl::kQuestion;
 
 CDlgFileChoice::CDlgFileChoice() : CAdUiBaseDialog(kTemplateId, Platform::ModuleInstance()) {}
 

@@ -3,6 +3,7 @@
 #include "host/Messages.h"
 #include "platform/Platform.h"
 #include "ui/ColumnTypes.h"
+#include "ui/TemplateIds.h"
 #include "ui/win32/ColumnListCtrl.h"
 #include "ui/win32/ControlText.h"
 #include "ui/win32/FileDialogs.h"
@@ -23,24 +24,7 @@ using VeltoGis::ImportExport::CImportDefinition;
 
 namespace {
 
-// Control ids of the wizard's template.
-enum ControlId {
-    kRebuildColumns = 102,
-    kColumnList = 104,
-    kBrowse = 200,
-    kFilePath = 201,
-    kDelimited = 203,
-    kComments = 204,
-    kFixedWidth = 205,
-    kSpace = 206,
-    kTab = 207,
-    kOther = 208,
-    kOtherDelimiters = 209,
-    kRuler = 221,
-    kRemoveBreaks = 222,
-    kEncoding = 233,
-    kShownColumns = 235,
-};
+using namespace ImportControl;
 
 // The column list's columns.
 enum ColumnListColumn { kLabelColumn, kNameColumn, kTypeColumn, kOnColumn };
@@ -104,6 +88,7 @@ bool CDlgTxtConfiguration::OnInitDialog()
     ShowFields();
     ShowMode();
     ShowPreview();
+    ShowPresetChoices();
     return true;
 }
 
@@ -245,7 +230,7 @@ bool CDlgTxtConfiguration::OnCommand(int control, unsigned code)
         ShowColumns();
         preview_->Redraw();
         return true;
-    default: return false;
+    default: return OnPresetCommand(control, code);
     }
 }
 
@@ -258,6 +243,7 @@ void CDlgTxtConfiguration::ShowFields()
     SetButtonChecked(Window(), kOther, model_.other);
     SetControlText(Window(), kOtherDelimiters, model_.otherDelimiters);
     SetControlText(Window(), kComments, model_.comments);
+    SetButtonChecked(Window(), kNamesLine, model_.headerLines > 0);
     const bool fixedWidth = model_.mode == ImportConfigurationModel::ModeFixedWidth;
     ::CheckRadioButton(Window(), kDelimited, kFixedWidth, fixedWidth ? kFixedWidth : kDelimited);
     --showing_;
@@ -362,11 +348,13 @@ void CDlgTxtConfiguration::ShowColumns()
         columns_->SetText(r, kLabelColumn, row.label);
         columns_->SetText(r, kNameColumn, row.name);
         columns_->SetChoice(r, kTypeColumn, row.type);
+        columns_->SetMarked(r, kTypeColumn, !row.typeWarning.empty());
         columns_->SetCheck(r, kOnColumn, row.on);
     }
     ShowNameChanges();
     ::SendMessageW(columns_->Handle(), WM_SETREDRAW, TRUE, 0);
     ::InvalidateRect(columns_->Handle(), nullptr, TRUE);
+    ShowNote(); // it names the columns whose type a line disagrees with
 }
 
 void CDlgTxtConfiguration::ShowEncoding()
@@ -426,7 +414,8 @@ bool CDlgTxtConfiguration::PreTranslateMessage(tagMSG* message)
         }
     }
     if (message->message == WM_KEYDOWN && message->wParam == VK_RETURN && !columns_->IsEditor(message->hwnd)) {
-        OnEnter();
+        if (!OnPresetEnter(*message))
+            OnEnter();
         return true;
     }
     return false;
@@ -494,7 +483,12 @@ void CDlgTxtConfiguration::OnColumnChanged(int row, int column)
         entry.name = columns_->Text(row, column);
         ShowNameChanges();
         break;
-    case kTypeColumn: entry.type = columns_->Choice(row, column); break;
+    case kTypeColumn:
+        entry.type = columns_->Choice(row, column);
+        model_.TypeChanged(static_cast<std::size_t>(row));
+        columns_->SetMarked(row, kTypeColumn, !entry.typeWarning.empty());
+        ShowNote();
+        break;
     case kOnColumn: entry.on = columns_->Checked(row, column); break;
     default: return;
     }
@@ -505,6 +499,10 @@ void CDlgTxtConfiguration::OnCancel()
 {
     if (columns_ && columns_->IsEditing()) {
         columns_->CancelEdit();
+        return;
+    }
+    if (IsPresetListOpen()) {
+        ::SendDlgItemMessageW(Window(), kPreset, CB_SHOWDROPDOWN, FALSE, 0);
         return;
     }
     CAdUiBaseDialog::OnCancel();

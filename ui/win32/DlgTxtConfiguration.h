@@ -1,6 +1,7 @@
 #pragma once
 // The import wizard: the thin Win32 view over ImportConfigurationModel, made from the
-// template 102 with the ruler, the preview list and the column list of its own.
+// template 102 with the ruler, the preview list and the column list of its own. The survey
+// presets' controls are in DlgTxtConfigurationPresets.cpp.
 
 #include "host/CadDialogs.h"
 #include "host/ImpexDefinitions.h"
@@ -34,14 +35,16 @@ public:
     static void SetFileChooser(FileChooser chooser);
 
     long OnAcadKeepFocus() override { return 1; }
-    // Enter moves on as Tab does (except in the column list's editors, where it commits);
+    // Enter moves on as Tab does (except in the column list's editors, where it commits, and
+    // in the preset choice, where it takes the entry picked or typed);
     // the pointer over the ruler shows the character position and a click sets or removes a
     // break; Space and Delete on the ruler set or remove breaks.
     bool PreTranslateMessage(tagMSG* message) override;
 
 protected:
     bool OnInitDialog() override;
-    // Esc in the column list's editor closes the editor, not the wizard.
+    // Esc in the column list's editor or the preset choice's open list closes that, not the
+    // wizard.
     void OnCancel() override;
     // Takes an open editor's text, composes the configuration and stores it.
     void OnOK() override;
@@ -70,6 +73,23 @@ private:
     void OnEnter();
     void OnColumnChanged(int row, int column);
 
+    // Survey presets.
+    bool OnPresetCommand(int control, unsigned code);
+    // Lists the model's preset choices, keeping the text in the choice's edit.
+    void ShowPresetChoices();
+    // Applies the entry and shows what it set.
+    void ChoosePreset(int index);
+    // Enter in the preset choice: true when it was taken there (the open list's pick, or the
+    // typed text naming an entry exactly); false when it moves on as elsewhere.
+    bool OnPresetEnter(const tagMSG& message);
+    bool IsPresetChoice(DialogWindow window) const;
+    bool IsPresetListOpen() const;
+    void Detect();
+    void SavePreset();
+    void TakeNamesLine();
+    // The model's note, whose lines the edit breaks only at CR LF.
+    void ShowNote();
+
     ImportConfigurationModel model_;
     WString presetPath_;
     bool hasPresetPath_;
@@ -87,4 +107,8 @@ private:
     HBRUSH__* markedBrush_ = nullptr;
     // Set while the view writes into the edits, whose change notices are then not the user's.
     int showing_ = 0;
+    // The preset entry last applied from the list, -1 none since it was filled: the
+    // notifications of one pick (its end and its selection change, in either order) apply it
+    // once.
+    int appliedPreset_ = -1;
 };

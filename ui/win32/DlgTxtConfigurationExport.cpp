@@ -3,6 +3,7 @@
 #include "host/CadPlatform.h"
 #include "host/Messages.h"
 #include "platform/Platform.h"
+#include "ui/TemplateIds.h"
 #include "ui/win32/ControlText.h"
 #include "ui/win32/FileDialogs.h"
 #include "ui/win32/TemplateCaptions.h"
@@ -13,18 +14,8 @@ using VeltoGis::ImportExport::CExportDefinition;
 
 namespace {
 
-// Control ids of the dialog's template.
-enum ControlId {
-    kFilePath = 105,
-    kFormatFirst = 107,
-    kFormatSecond = 108,
-    kHeader = 109,
-    kDelimiterSpace = 110, // the three kinds in DelimiterKind's order
-    kDelimiterOther = 112,
-    kOtherDelimiter = 114,
-    kBrowse = 200,
-    kComment = 204,
-};
+using namespace ExportControl;
+// The delimiter kinds' buttons are kSpace, kTab, kOther in DelimiterKind's order.
 
 constexpr int kIconSize = 16; // at 96 DPI
 // The longest path the system's wide calls take.
@@ -64,10 +55,10 @@ void CDlgTxtConfigurationExport::ShowFields()
 {
     SetControlText(Window(), kFilePath, model_.filePath);
     SetControlText(Window(), kComment, model_.comment);
-    CheckRadioButton(Window(), kDelimiterSpace, kDelimiterOther, kDelimiterSpace + model_.delimiterKind);
+    CheckRadioButton(Window(), kSpace, kOther, kSpace + model_.delimiterKind);
     SetControlText(Window(), kOtherDelimiter, model_.otherDelimiter);
     SetButtonChecked(Window(), kHeader, model_.header);
-    CheckRadioButton(Window(), kFormatFirst, kFormatSecond, model_.formatChoice == 1 ? kFormatSecond : kFormatFirst);
+    CheckRadioButton(Window(), kAnsi, kUtf16, model_.formatChoice == 1 ? kUtf16 : kAnsi);
     ApplyDelimiterKind();
 }
 
@@ -76,12 +67,12 @@ void CDlgTxtConfigurationExport::ReadFields()
     model_.filePath = ControlText(Window(), kFilePath);
     model_.comment = ControlText(Window(), kComment);
     for (int kind = ExportConfigurationModel::DelimiterSpace; kind <= ExportConfigurationModel::DelimiterOther; ++kind) {
-        if (IsButtonChecked(Window(), kDelimiterSpace + kind))
+        if (IsButtonChecked(Window(), kSpace + kind))
             model_.delimiterKind = static_cast<ExportConfigurationModel::DelimiterKind>(kind);
     }
     model_.otherDelimiter = ControlText(Window(), kOtherDelimiter);
     model_.header = IsButtonChecked(Window(), kHeader);
-    model_.formatChoice = IsButtonChecked(Window(), kFormatSecond) ? 1 : 0;
+    model_.formatChoice = IsButtonChecked(Window(), kUtf16) ? 1 : 0;
 }
 
 void CDlgTxtConfigurationExport::ApplyDelimiterKind()
@@ -111,7 +102,7 @@ bool CDlgTxtConfigurationExport::OnMessage(unsigned message, std::uintptr_t wPar
     const int control = LOWORD(wParam);
     if (control == kBrowse)
         ChooseFile();
-    else if (control >= kDelimiterSpace && control <= kDelimiterOther)
+    else if (control >= kSpace && control <= kOther)
         ApplyDelimiterKind();
     else
         return false;

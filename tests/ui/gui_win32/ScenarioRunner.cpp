@@ -26,6 +26,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <thread>
 
 using refhost::testing::U8;
@@ -128,6 +129,7 @@ private:
         case ScenarioStep::CancelColumnNameEdit: TypeIntoNameCell(dialog, step.row, text, VK_ESCAPE); break;
         case ScenarioStep::ToggleColumnOn: ClickCell(dialog, step.row, kOnColumn); break;
         case ScenarioStep::ClickRulerAt: ClickRuler(dialog, step.row); break;
+        case ScenarioStep::ChooseEntry: ChooseEntry(dialog, step.control, text); break;
         case ScenarioStep::ExpectPreviewRows:
             ExpectCount(dialog, [&] { return ListView_GetItemCount(dialog.Control(kPreviewListId)); }, step.row,
                         "preview rows");
@@ -194,6 +196,45 @@ private:
         EXPECT_EQ(U8(shown), U8(typeName));
     }
 
+    // A click on the drop arrow opens the list; the arrows move to the entry and Enter takes it.
+    static void ChooseEntry(const DrivenDialog& dialog, int id, const WString& entry)
+    {
+        HWND combo = dialog.Control(id);
+        ASSERT_NE(combo, nullptr);
+        POINT arrow{};
+        int wanted = CB_ERR, count = 0;
+        dialog.InDialogThread([&] {
+            COMBOBOXINFO info{};
+            info.cbSize = sizeof(info);
+            GetComboBoxInfo(combo, &info);
+            arrow = {(info.rcButton.left + info.rcButton.right) / 2, (info.rcButton.top + info.rcButton.bottom) / 2};
+            wanted = static_cast<int>(SendMessageW(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                                   reinterpret_cast<LPARAM>(entry.c_str())));
+            count = static_cast<int>(SendMessageW(combo, CB_GETCOUNT, 0, 0));
+        });
+        ASSERT_NE(wanted, CB_ERR) << U8(entry) << " is not in the list";
+        dialog.ClickAt(combo, arrow.x, arrow.y);
+        int current = CB_ERR;
+        bool dropped = false;
+        const auto look = [&] {
+            dialog.InDialogThread([&] {
+                current = static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0));
+                dropped = SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0) != 0;
+            });
+        };
+        look();
+        EXPECT_TRUE(dropped) << "the click drops the list down";
+        for (int presses = 0; current != wanted && presses <= count; ++presses) {
+            dialog.PressKey(current < wanted ? VK_DOWN : VK_UP);
+            look();
+        }
+        dialog.PressKey(VK_RETURN);
+        look();
+        EXPECT_FALSE(dropped) << "Enter closes the list";
+        EXPECT_EQ(current, wanted);
+        EXPECT_EQ(U8(dialog.Text(id)), U8(entry));
+    }
+
     // A click where the ruler takes the position of the character: its model says where that
     // is, at the cell width the view gave it for the window's DPI.
     static void ClickRuler(const DrivenDialog& dialog, int character)
@@ -228,6 +269,23 @@ private:
     std::string file_;
     std::string folder_;
     std::size_t alertsSeen_ = 0;
+};
+
+// The user's settings folder (APPDATA) is the scenario's own while it is set.
+class PrivateSettingsFolder {
+public:
+    explicit PrivateSettingsFolder(const WString& folder)
+    {
+        if (const wchar_t* current = _wgetenv(L"APPDATA"))
+            previous_ = current;
+        _wputenv_s(L"APPDATA", folder.c_str());
+    }
+    ~PrivateSettingsFolder() { _wputenv_s(L"APPDATA", previous_.c_str()); }
+    PrivateSettingsFolder(const PrivateSettingsFolder&) = delete;
+    PrivateSettingsFolder& operator=(const PrivateSettingsFolder&) = delete;
+
+private:
+    WString previous_;
 };
 
 class DialogScenarioTest : public ::testing::TestWithParam<DialogScenario> {
@@ -268,6 +326,7 @@ TEST_P(DialogScenarioTest, PlayedWithWindowMessages)
         exportDefinition.SetExporterConfiguration(before.c_str());
     }
 
+    const PrivateSettingsFolder settings(W(player.Paths("$DIR/settings")));
     const int result = RunDriven(
         [&] {
             if (scenario.dialog == kImportDialogId) {

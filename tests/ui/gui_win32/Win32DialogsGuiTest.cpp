@@ -78,7 +78,9 @@ std::string ClippedCaption(HWND dialog, const DialogControl& control)
 {
     HWND window = GetDlgItem(dialog, control.id);
     const WString caption = ControlText(dialog, control.id);
-    if (!window || caption.empty() || control.kind == ControlKind::Edit || control.kind == ControlKind::ReadOnlyText)
+    // What an edit or the preset choice holds is the user's or the model's, not a caption.
+    if (!window || caption.empty() || control.kind == ControlKind::Edit || control.kind == ControlKind::ReadOnlyText ||
+        control.kind == ControlKind::Combo)
         return {};
     HDC dc = GetDC(window);
     HGDIOBJ previous = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
@@ -140,8 +142,8 @@ TEST_F(Win32DialogsGui, TabVisitsTheControlsInTheTemplatesOrder)
         {kDialogs[0], {105, 200, 204, 110, 109, 107, IDOK, IDCANCEL, 105}},
         {kDialogs[1], {113, 112, 111, 113}},
         // Delimited: the ruler and its button are off; the preview list stands where its
-        // placeholder did.
-        {kDialogs[2], {201, 200, 203, 206, 207, 208, 209, 204, 555, 104, 102, IDOK, IDCANCEL, 201}},
+        // placeholder did. The note beside the presets is read, not a stop.
+        {kDialogs[2], {201, 200, 203, 206, 207, 208, 209, 204, 555, 104, 102, 240, 241, 242, 243, IDOK, IDCANCEL, 201}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.dialog.name);
@@ -185,6 +187,60 @@ TEST_F(Win32DialogsGui, AltAndTheUnderlinedLetterReachesEachControl)
                   dialog.PressKey(VK_ESCAPE);
               });
     EXPECT_EQ(definition.GetExporterConfiguration(), WString()) << "Esc stores nothing";
+}
+
+// The wizard's preset controls: the label's letter reaches the choice, a button's is a click.
+TEST_F(Win32DialogsGui, AltAndTheUnderlinedLetterReachesTheWizardsPresetControls)
+{
+    struct Case {
+        char letter;
+        int focused;
+        bool togglesNamesLine;
+    };
+    const Case cases[] = {{'r', 240, false}, {'n', 243, true}, {'r', 240, false}, {'n', 243, true}, {'e', 241, false}};
+    CExportDefinition unused;
+    RunDriven([&] { return kDialogs[2].show(unused); },
+              [&](const DrivenDialog& dialog) {
+                  for (const Case& c : cases) {
+                      SCOPED_TRACE(std::string("Alt+") + c.letter);
+                      const bool namesLine = dialog.IsChecked(243);
+                      dialog.PressAltAnd(c.letter);
+                      EXPECT_EQ(dialog.FocusedId(), c.focused);
+                      if (c.togglesNamesLine) {
+                          EXPECT_NE(dialog.IsChecked(243), namesLine);
+                      }
+                  }
+                  dialog.PressKey(VK_ESCAPE);
+              });
+}
+
+// The preset choice by keyboard alone: Enter takes a typed entry's exact name and stays, else
+// moves on; Down on the closed list takes the next entry. Every shipped preset is tried with
+// a comma first, which the wizard's tab-delimited file does not have ticked.
+TEST_F(Win32DialogsGui, TheKeyboardChoosesAPreset)
+{
+    constexpr int kPreset = 240, kDetect = 241, kOther = 208;
+    CExportDefinition unused;
+    RunDriven([&] { return kDialogs[2].show(unused); },
+              [&](const DrivenDialog& dialog) {
+                  dialog.TypeText(kPreset, W("no such preset"));
+                  dialog.PressKey(VK_RETURN);
+                  EXPECT_EQ(dialog.FocusedId(), kDetect);
+                  EXPECT_FALSE(dialog.IsChecked(kOther));
+
+                  dialog.TypeText(kPreset, W("XYZ"));
+                  dialog.PressKey(VK_RETURN);
+                  EXPECT_EQ(dialog.FocusedId(), kPreset);
+                  EXPECT_TRUE(dialog.IsChecked(kOther)) << "XYZ taken";
+
+                  dialog.Click(kOther);
+                  EXPECT_FALSE(dialog.IsChecked(kOther));
+                  dialog.PressAltAnd('r');
+                  dialog.PressKey(VK_DOWN);
+                  EXPECT_EQ(U8(dialog.Text(kPreset)), "XYZD");
+                  EXPECT_TRUE(dialog.IsChecked(kOther)) << "XYZD taken";
+                  dialog.PressKey(VK_ESCAPE);
+              });
 }
 
 // Letters of code page 1252 only: the configuration stores the path in that code page.
