@@ -3,6 +3,7 @@
 
 #include "host/ImpexDefinitions.h"
 #include "import/ImportTxtConfiguration.h"
+#include "platform/UserFolders.h"
 #include "refhost/CadShimRecording.h"
 #include "refhost/testing/ScopedEnvironment.h"
 #include "refhost/testing/TempDir.h"
@@ -66,10 +67,17 @@ protected:
     ImportConfigurationModel& OpenOn(const std::string& bytes)
     {
         model_ = std::make_unique<ImportConfigurationModel>(definition_, false);
-        model_->SetUserPresetFolder(W(folder_.Path() + "/presets"));
+        model_->SetUserPresetFolder(W(folder_.Path()) + Platform::PathSeparator() + W("presets"));
         model_->Open();
         model_->ChooseFile(folder_.WriteFile("survey.txt", bytes));
         return *model_;
+    }
+
+    // A file's path as the presets' reader and writer spell it.
+    std::string InPresetFolder(const std::string& name)
+    {
+        const std::string separator = U8(WString(1, Platform::PathSeparator()));
+        return folder_.Path() + separator + "presets" + separator + name;
     }
 
     std::string Stored() const { return U8(definition_.GetImporterConfiguration()); }
@@ -163,7 +171,7 @@ TEST_F(ImportWizardPresets, DetectOnTheOrdnanceSurveyPointsTakesTheirNamesWithou
     ImportConfigurationModel& model = OpenOn(bytes.str());
     ASSERT_TRUE(model.Detect());
     EXPECT_EQ(U8(model.PresetChoices().front().label), "PENZ (comma, first line holds the names)");
-    EXPECT_EQ(ColumnsOf(model), "PointID:Text OSGB36 Eastings:Real OSGB36 Northing: Ortho Height:Real");
+    EXPECT_EQ(ColumnsOf(model), "PointID:Text OSGB36 Eastings:Real OSGB36 Northing:Real  Ortho Height:Real");
 }
 
 TEST_F(ImportWizardPresets, DetectWithoutAFitChangesNothingAndSaysSo)
@@ -200,7 +208,7 @@ TEST_F(ImportWizardPresets, ASavedSetupIsListedAndChosenLikeAShippedOne)
     model.DelimitersChanged();
     model.columns[0].name = W("Nr");
     ASSERT_TRUE(model.SavePreset(W("Mine")));
-    const std::string path = folder_.Path() + "/presets/Mine.xml";
+    const std::string path = InPresetFolder("Mine.xml");
     EXPECT_EQ(U8(model.Note()), "Saved as " + path + ".");
 
     ImportConfigurationModel& reopened = OpenOn("7;8.5\n");
@@ -235,7 +243,7 @@ TEST_F(ImportWizardPresets, AFileInThePresetFolderThatIsNoConfigurationIsNamedAn
     folder_.WriteFile("presets/Broken.xml", "this is not xml");
     ImportConfigurationModel& model = OpenOn("1,2\n");
     EXPECT_EQ(U8(model.Note()),
-              folder_.Path() + "/presets/Broken.xml: not an import configuration (no cfg element)");
+              InPresetFolder("Broken.xml") + ": not an import configuration (no cfg element)");
     for (const PresetChoice& choice : model.PresetChoices())
         EXPECT_NE(U8(choice.label), "Broken");
 }
