@@ -71,6 +71,7 @@ enum class MessageId : unsigned {
     PresetNotSaved = 61116,          // %s (the name) cannot be saved
     PresetColumnsDiffer = 61117,     // the lines have %d columns, %s has %d
     TypeDisagrees = 61118,           // %s (column): line %d holds %s, which is not %s (the type)
+    PresetDelimitersUnused = 61119,  // not tried further with %s (delimiters): line %d has none of them
     // A file of the user's presets that is left out.
     PresetFileUnreadable = 61120,    // %s (the file)
     PresetFileNotConfiguration = 61121,

@@ -127,9 +127,11 @@ bool ImportConfigurationModel::Detect()
                                    : FormatWide(LoadMessage(MessageId::PresetsFitting), {labels});
     if (!result.note.empty())
         note += WTEXT("\n") + result.note;
-    for (const DetectCandidate& rejected : result.rejected)
+    for (const DetectCandidate* rejected : RejectionsToName(result))
         note += WTEXT("\n") +
-                FormatWide(LoadMessage(MessageId::PresetNotFitting), {CandidateLabel(rejected), rejected.reason});
+                FormatWide(LoadMessage(MessageId::PresetNotFitting), {CandidateLabel(*rejected), rejected->reason});
+    if (const WString unused = UnusedDelimitersNote(result); !unused.empty())
+        note += WTEXT("\n") + unused;
     if (fitting.empty()) {
         presetNote_ = note;
         return false;

@@ -84,6 +84,7 @@ public:
         }
         FieldList firstFields;
         Cut(lines.front(), firstFields);
+        candidate_.firstLineFields = firstFields.size();
         const LineCheck first = CheckLine(preset, firstFields, lines.front().number);
         FieldList fields;
         for (std::size_t i = 1; i < lines.size(); ++i) {
@@ -270,7 +271,35 @@ DetectResult DetectPresets(const std::vector<DetectLine>& lines, const std::vect
         }
     }
     Decide(result, static_cast<bool>(areaOfUse));
+    if (!lines.empty())
+        result.firstLine = lines.front().number;
     return result;
+}
+
+std::vector<const DetectCandidate*> RejectionsToName(const DetectResult& result)
+{
+    std::vector<const DetectCandidate*> named;
+    for (const DetectCandidate& candidate : result.rejected) {
+        if (candidate.firstLineFields != 1)
+            named.push_back(&candidate);
+    }
+    return named;
+}
+
+WString UnusedDelimitersNote(const DetectResult& result)
+{
+    std::vector<WString> unused;
+    for (const DetectCandidate& candidate : result.rejected) {
+        const WString name = DelimiterName(candidate.delimiter);
+        if (candidate.firstLineFields == 1 && std::find(unused.begin(), unused.end(), name) == unused.end())
+            unused.push_back(name);
+    }
+    if (unused.empty())
+        return WString();
+    WString names;
+    for (const WString& name : unused)
+        names += (names.empty() ? WString() : WString(WTEXT(", "))) + name;
+    return FormatWide(LoadMessage(MessageId::PresetDelimitersUnused), {names, static_cast<int>(result.firstLine)});
 }
 
 WString DelimiterByColumnCount(const std::vector<DetectLine>& lines, const SurveyPreset& preset)

@@ -35,6 +35,7 @@ struct DetectCandidate {
     WString reason;                   // why it does not fit
     std::size_t pointsInsideArea = 0; // with an area of use: lines whose X, Y fall inside
     bool namesContradict = false;     // the names line calls a northing column east, or the reverse
+    std::size_t firstLineFields = 0;  // the fields the delimiter cuts the first line into
 
     // The bind targets by column, the preset's.
     std::vector<WString> Targets() const;
@@ -53,7 +54,16 @@ struct DetectResult {
     // Fitting layouts differ in the order of northing and easting and nothing told them apart.
     bool northingEastingOpen = false;
     WString note; // what told the orders apart, or that nothing did
+    std::uint64_t firstLine = 0; // the number of the first line tried; 0 without lines
 };
+
+// The rejected candidates worth naming one by one: those whose delimiter occurs in the first
+// line (or that had no lines). The rest fail only for want of their delimiter, and
+// UnusedDelimitersNote sums them up in one sentence.
+std::vector<const DetectCandidate*> RejectionsToName(const DetectResult& result);
+// "Not tried further with blank, tab: line 1 has none of them." for the delimiters of the
+// rejected candidates that RejectionsToName leaves out; empty when there are none.
+WString UnusedDelimitersNote(const DetectResult& result);
 
 // Tries every preset with every delimiter on the lines. areaOfUse may be empty.
 DetectResult DetectPresets(const std::vector<DetectLine>& lines, const std::vector<SurveyPreset>& presets,

@@ -82,6 +82,7 @@ constexpr MessageText kMessages[] = {
                   "in a settings folder that can be written.")},
     {61117, WTEXT("The lines have %d columns; %s has %d. The columns are taken from the lines.")},
     {61118, WTEXT("%s: line %d holds %s, which is not %s.")},
+    {61119, WTEXT("Not tried further with %s: line %d has none of them.")},
     {61120, WTEXT("%s: the file cannot be read")},
     {61121, WTEXT("%s: not an import configuration (no cfg element)")},
     {61122, WTEXT("%s: a fixed-width configuration, which a preset cannot be")},

@@ -80,8 +80,10 @@ void Apply(const DetectCandidate& candidate, ImportRequest& request)
 std::string Reasons(const DetectResult& result)
 {
     std::string text;
-    for (const DetectCandidate& candidate : result.rejected)
-        text += "\n  " + Describe(candidate) + ": " + ToUtf8(candidate.reason);
+    for (const DetectCandidate* candidate : RejectionsToName(result))
+        text += "\n  " + Describe(*candidate) + ": " + ToUtf8(candidate->reason);
+    if (const WString unused = UnusedDelimitersNote(result); !unused.empty())
+        text += "\n  " + ToUtf8(unused);
     return text;
 }
 
@@ -106,19 +108,22 @@ void ChooseAutomatically(ImportRequest& request, const std::vector<SurveyPreset>
 }
 
 // A named preset: the first of its delimiters that fits the file (names line included);
-// where none fits every line, the first delimiter, and the values that do not convert
-// are the import's account as ever.
+// where none fits every line, the first that cuts the lines into its columns, else the first.
 void ApplyNamed(ImportRequest& request, const SurveyPreset& preset, std::ostream& err)
 {
-    const DetectResult result = DetectPresets(PreviewLines(request, 999), {preset});
+    const std::vector<DetectLine> lines = PreviewLines(request, 999);
+    const DetectResult result = DetectPresets(lines, {preset});
     if (!result.fitting.empty()) {
         DetectCandidate chosen = result.fitting.front();
         chosen.preset = &preset;
         return Apply(chosen, request);
     }
+    // The first delimiter that cuts the lines into the preset's columns; the values that do
+    // not convert are then the import's account.
     DetectCandidate fallback;
     fallback.preset = &preset;
-    fallback.delimiter = preset.delimiters.front();
+    const WString cutting = DelimiterByColumnCount(lines, preset);
+    fallback.delimiter = cutting.empty() ? preset.delimiters.front() : cutting;
     for (const PresetColumn& column : preset.columns)
         fallback.columnNames.push_back(column.name);
     err << "tessel: warning: --preset " << ToUtf8(preset.name) << " does not fit every line of '" << request.file

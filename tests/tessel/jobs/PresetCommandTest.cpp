@@ -122,7 +122,11 @@ TEST_F(PresetCommand, BadValuesAreNamedWithTheirOption)
          "--header-lines: '-1' is not a number of lines (0 or more)"},
         {{"config", "import", "--header-lines", "two"}, "--header-lines: 'two' is not a number of lines (0 or more)"},
         {{"import", "points", "words.txt", "--preset", "auto"},
-         "--preset auto: no preset fits 'words.txt':\n  PNEZD (comma): line 1 has 1 columns, PNEZD needs 5\n"},
+         "--preset auto: no preset fits 'words.txt':\n  PNEZD (blank): line 1 has 2 columns, PNEZD needs 5\n"},
+        // Delimiters the line does not hold are summed up, not listed preset by preset.
+        {{"import", "points", "words.txt", "--preset", "auto"},
+         "  XYZD (blank): line 1 has 2 columns, XYZD needs 4\n  Not tried further with comma, tab, semicolon: line 1 "
+         "has none of them.\n"},
     };
     folder_.WriteFile("in.jsonl", "");
     folder_.WriteFile("words.txt", "just words\n");
