@@ -232,16 +232,9 @@ unsigned ImportConfigurationModel::StoredChanges(ImportValue value, std::size_t 
     return 0;
 }
 
-void ImportConfigurationModel::Confirm()
+ImportTxtConfiguration::ColumnList ImportConfigurationModel::ColumnRecords() const
 {
-    configuration_.SetTxtFile(filePath);
-    configuration_.SetDelimiters(Delimiters());
-    configuration_.SetComments(comments);
-    configuration_.GetPositions() = positions_;
-    configuration_.SetMode(mode);
-    configuration_.SetHeaderLines(headerLines);
-    auto& records = configuration_.GetColumns();
-    records.clear();
+    ImportTxtConfiguration::ColumnList records;
     for (std::size_t i = 0; i < columns.size(); ++i) {
         auto record = boost::make_shared<CColumnData>();
         record->SetNo(static_cast<int>(i));
@@ -250,6 +243,18 @@ void ImportConfigurationModel::Confirm()
         record->SetOnOff(columns[i].on ? 1 : 0);
         records.push_back(record);
     }
+    return records;
+}
+
+void ImportConfigurationModel::Confirm()
+{
+    configuration_.SetTxtFile(filePath);
+    configuration_.SetDelimiters(Delimiters());
+    configuration_.SetComments(comments);
+    configuration_.GetPositions() = positions_;
+    configuration_.SetMode(mode);
+    configuration_.SetHeaderLines(headerLines);
+    configuration_.GetColumns() = ColumnRecords();
     const WString text = configuration_.ToXml();
     if (node_)
         definition_.SetImporterConfigurationNode(text.c_str());

@@ -150,6 +150,8 @@ private:
     void ApplyStoredColumns();
     void ApplyChosenColumns();
     void TakeFields(const ImportTxtConfiguration& configuration);
+    // The column list as the configuration's columns, numbered from 0.
+    ImportTxtConfiguration::ColumnList ColumnRecords() const;
     void ListPresets();
     void RefreshTypeWarnings();
 

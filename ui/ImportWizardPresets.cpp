@@ -8,8 +8,6 @@
 #include "ui/ImportConfigurationModel.h"
 #include "ui/UserPresets.h"
 
-#include <boost/make_shared.hpp>
-
 #include <set>
 
 namespace {
@@ -153,15 +151,7 @@ bool ImportConfigurationModel::SavePreset(const WString& name)
     configuration.SetDelimiters(Delimiters());
     configuration.SetComments(comments);
     configuration.SetHeaderLines(headerLines);
-    auto& records = configuration.GetColumns();
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        auto record = boost::make_shared<CColumnData>();
-        record->SetNo(static_cast<int>(i));
-        record->SetName(columns[i].name);
-        record->SetType(ColumnTypeCode(columns[i].type));
-        record->SetOnOff(columns[i].on ? 1 : 0);
-        records.push_back(record);
-    }
+    configuration.GetColumns() = ColumnRecords();
     // A fixed-width setup is no preset: presets are tried on delimited lines.
     const WString saved = mode == ModeFixedWidth || Delimiters().empty()
                               ? WString()

@@ -49,6 +49,15 @@ std::string DelimitersOf(const ImportConfigurationModel& model)
     return text;
 }
 
+// Other ticked with the delimiter, as a user ticks it; tab unticked.
+void DelimitBy(ImportConfigurationModel& model, const std::string& delimiter)
+{
+    model.tab = false;
+    model.other = true;
+    model.otherDelimiters = W(delimiter);
+    model.DelimitersChanged();
+}
+
 int IndexOf(const ImportConfigurationModel& model, const std::string& label)
 {
     const auto& choices = model.PresetChoices();
@@ -202,10 +211,7 @@ TEST_F(ImportWizardPresets, TheNamesLineBoxNamesTheColumnsAndGuessesTypesFromThe
 TEST_F(ImportWizardPresets, ASavedSetupIsListedAndChosenLikeAShippedOne)
 {
     ImportConfigurationModel& model = OpenOn("1;2.5\n2;3.5\n");
-    model.tab = false;
-    model.other = true;
-    model.otherDelimiters = W(";");
-    model.DelimitersChanged();
+    DelimitBy(model, ";");
     model.columns[0].name = W("Nr");
     ASSERT_TRUE(model.SavePreset(W("Mine")));
     const std::string path = InPresetFolder("Mine.xml");
@@ -220,10 +226,7 @@ TEST_F(ImportWizardPresets, ASavedSetupIsListedAndChosenLikeAShippedOne)
 TEST_F(ImportWizardPresets, APresetThatCannotBeSavedLeavesTheOldOneAndSaysWhy)
 {
     ImportConfigurationModel& model = OpenOn("1,2\n");
-    model.tab = false;
-    model.other = true;
-    model.otherDelimiters = W(",");
-    model.DelimitersChanged();
+    DelimitBy(model, ",");
     ASSERT_TRUE(model.SavePreset(W("Kept")));
     const std::string kept = folder_.ReadFile("presets/Kept.xml");
 
