@@ -17,7 +17,7 @@ WString UserSettingsFolder()
 {
     const char* config = std::getenv("XDG_CONFIG_HOME");
     std::string folder;
-    // The base directory specification ignores a relative XDG_CONFIG_HOME.
+    // A relative XDG_CONFIG_HOME counts as unset, by XDG's own rules.
     if (config && config[0] == '/') {
         folder = config;
     } else if (const char* home = std::getenv("HOME"); home && home[0] != '\0') {
