@@ -52,10 +52,10 @@ void ImportConfigurationModel::ListPresets()
     for (const PresetFileProblem& problem : user.problems)
         presetNote_ += (presetNote_.empty() ? WString() : WString(WTEXT("\n"))) + DescribePresetProblem(problem);
     presetChoices_.clear();
-    for (const std::vector<SurveyPreset>* list : {&ShippedPresets(), static_cast<const std::vector<SurveyPreset>*>(&userPresets_)}) {
-        for (const SurveyPreset& preset : *list)
-            presetChoices_.push_back({preset.name, &preset, std::nullopt});
-    }
+    for (const SurveyPreset& preset : ShippedPresets())
+        presetChoices_.push_back({preset.name, &preset, std::nullopt});
+    for (const SurveyPreset& preset : userPresets_)
+        presetChoices_.push_back({preset.name, &preset, std::nullopt});
 }
 
 bool ImportConfigurationModel::ChoosePreset(std::size_t index)
