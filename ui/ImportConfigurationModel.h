@@ -96,6 +96,9 @@ public:
     // as a user setting them would (a shipped preset keeps the header lines as they are), and
     // reloads the preview. False for an index out of range or a file that does not open.
     bool ChoosePreset(std::size_t index);
+    // The entry whose label is exactly the text (what Enter in the choice takes); none when no
+    // entry has it.
+    std::optional<std::size_t> PresetLabelled(const WString& text) const;
     // Tries every preset on the preview's lines and chooses the best fitting one; the note
     // says which fit and why the others do not. False when none fits (nothing changes).
     bool Detect();

@@ -92,6 +92,15 @@ bool ImportConfigurationModel::ChoosePreset(std::size_t index)
     return LoadPreview();
 }
 
+std::optional<std::size_t> ImportConfigurationModel::PresetLabelled(const WString& text) const
+{
+    for (std::size_t i = 0; i < presetChoices_.size(); ++i) {
+        if (presetChoices_[i].label == text)
+            return i;
+    }
+    return std::nullopt;
+}
+
 bool ImportConfigurationModel::Detect()
 {
     // The preview's lines as the file has them: every one that is not a comment, header

@@ -105,16 +105,12 @@ bool CDlgTxtConfiguration::OnPresetEnter(const tagMSG& message)
         ::SendMessageW(combo, WM_KEYDOWN, VK_RETURN, message.lParam);
         return true;
     }
-    const WString typed = ControlText(Window(), kPreset);
-    const std::vector<PresetChoice>& choices = model_.PresetChoices();
-    for (std::size_t i = 0; i < choices.size(); ++i) {
-        if (choices[i].label == typed) {
-            ::SendMessageW(combo, CB_SETCURSEL, i, 0);
-            ChoosePreset(static_cast<int>(i));
-            return true;
-        }
-    }
-    return false;
+    const std::optional<std::size_t> entry = model_.PresetLabelled(ControlText(Window(), kPreset));
+    if (!entry)
+        return false;
+    ::SendMessageW(combo, CB_SETCURSEL, *entry, 0);
+    ChoosePreset(static_cast<int>(*entry));
+    return true;
 }
 
 void CDlgTxtConfiguration::Detect()

@@ -80,16 +80,12 @@ void CDlgTxtConfiguration::ChoosePreset(int index)
 
 bool CDlgTxtConfiguration::ChooseTypedPreset()
 {
-    const WString typed = FromWxString(preset_->GetValue());
-    const auto& choices = model_.PresetChoices();
-    for (std::size_t i = 0; i < choices.size(); ++i) {
-        if (choices[i].label == typed) {
-            preset_->SetSelection(static_cast<int>(i));
-            ChoosePreset(static_cast<int>(i));
-            return true;
-        }
-    }
-    return false;
+    const std::optional<std::size_t> entry = model_.PresetLabelled(FromWxString(preset_->GetValue()));
+    if (!entry)
+        return false;
+    preset_->SetSelection(static_cast<int>(*entry));
+    ChoosePreset(static_cast<int>(*entry));
+    return true;
 }
 
 void CDlgTxtConfiguration::ShowAll()
