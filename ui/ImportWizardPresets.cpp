@@ -8,7 +8,6 @@
 #include "ui/ImportConfigurationModel.h"
 #include "ui/UserPresets.h"
 
-#include <set>
 
 namespace {
 
@@ -18,19 +17,6 @@ WString CandidateLabel(const DetectCandidate& candidate)
 {
     const MessageId id = candidate.headerLines > 0 ? MessageId::PresetWithNamesLine : MessageId::PresetWithDelimiter;
     return FormatWide(LoadMessage(id), {candidate.preset->name, DelimiterName(candidate.delimiter)});
-}
-
-// Names a line gives that can name columns: none empty, none twice.
-bool UsableNames(const FieldList& names, std::size_t count)
-{
-    if (names.size() < count)
-        return false;
-    std::set<WString> distinct;
-    for (std::size_t i = 0; i < count; ++i) {
-        if (names[i].empty() || !distinct.insert(names[i]).second)
-            return false;
-    }
-    return true;
 }
 
 } // namespace
@@ -66,25 +52,21 @@ bool ImportConfigurationModel::ChoosePreset(std::size_t index)
     ImportTxtConfiguration configuration;
     configuration.SetComments(comments);
     configuration.SetHeaderLines(headerLines);
-    // A preset chosen by hand takes the first of its delimiters that fits the file's lines as
-    // Detect would, else the first that cuts them into its columns (a value that does not
-    // convert is then warned of), else the first of all.
-    std::optional<DetectCandidate> candidate = choice.detected;
-    std::vector<DetectLine> lines;
-    WString delimiter = choice.preset->delimiters.empty() ? WString() : choice.preset->delimiters.front();
-    if (!candidate && ReadDetectLines(filePath, comments, lines, static_cast<std::size_t>(ImportPreview::kMaxLines))) {
-        DetectResult tried = DetectPresets(lines, {*choice.preset});
-        if (!tried.fitting.empty()) {
-            candidate = std::move(tried.fitting.front());
-            candidate->preset = choice.preset;
-        } else if (const WString cutting = DelimiterByColumnCount(lines, *choice.preset); !cutting.empty()) {
-            delimiter = cutting;
-        }
+    // A preset chosen by hand is taken as tessel's --preset NAME takes it; one that does not
+    // fit keeps the header lines as the user set them, and its values that do not convert are
+    // warned of.
+    DetectCandidate candidate;
+    if (choice.detected) {
+        candidate = *choice.detected;
+    } else {
+        std::vector<DetectLine> lines;
+        ReadDetectLines(filePath, comments, lines, static_cast<std::size_t>(ImportPreview::kMaxLines));
+        candidate = CandidateOfPreset(lines, *choice.preset);
     }
-    if (candidate)
-        ApplyCandidate(*candidate, configuration);
+    if (candidate.fits)
+        ApplyCandidate(candidate, configuration);
     else
-        ApplyPreset(*choice.preset, delimiter, configuration);
+        ApplyPreset(*choice.preset, candidate.delimiter, configuration);
     TakeFields(configuration);
     configuration_.Clear();
     chosen_ = std::move(configuration);
@@ -180,7 +162,7 @@ void ImportConfigurationModel::ApplyChosenColumns()
         return;
     }
     // A names line names the columns when its names can; the preset's names otherwise.
-    const bool namesFromLine = headerLines > 0 && UsableNames(preview_.HeaderFields(), columns.size());
+    const bool namesFromLine = headerLines > 0 && UsableAsNames(preview_.HeaderFields(), columns.size());
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (!namesFromLine)
             columns[i].name = chosenColumns[i]->GetName();

@@ -149,16 +149,13 @@ private:
             candidate_.columnNames.push_back(column.name);
         if (candidate_.headerLines == 0)
             return;
-        std::set<WString> distinct;
-        bool usable = true;
         for (std::size_t i = 0; i < names.size(); ++i) {
             const WString& target = preset.columns[i].target;
             const char axis = AxisNamed(names[i]);
             if ((target == kTargetX && axis == 'y') || (target == kTargetY && axis == 'x'))
                 candidate_.namesContradict = true;
-            usable = usable && !names[i].empty() && distinct.insert(names[i]).second;
         }
-        if (usable)
+        if (UsableAsNames(names, names.size()))
             candidate_.columnNames.assign(names.begin(), names.end());
     }
 
@@ -302,6 +299,10 @@ WString UnusedDelimitersNote(const DetectResult& result)
     return FormatWide(LoadMessage(MessageId::PresetDelimitersUnused), {names, static_cast<int>(result.firstLine)});
 }
 
+namespace {
+
+// The first of the preset's delimiters that cuts every line into as many fields as the preset
+// has columns, whatever the fields hold; empty when none does.
 WString DelimiterByColumnCount(const std::vector<DetectLine>& lines, const SurveyPreset& preset)
 {
     FieldList fields;
@@ -315,6 +316,38 @@ WString DelimiterByColumnCount(const std::vector<DetectLine>& lines, const Surve
             return delimiter;
     }
     return WString();
+}
+
+} // namespace
+
+bool UsableAsNames(const FieldList& names, std::size_t count)
+{
+    if (names.size() < count)
+        return false;
+    std::set<WString> distinct;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (names[i].empty() || !distinct.insert(names[i]).second)
+            return false;
+    }
+    return true;
+}
+
+DetectCandidate CandidateOfPreset(const std::vector<DetectLine>& lines, const SurveyPreset& preset)
+{
+    // Tried on a copy of the preset: the candidate is pointed back at the caller's.
+    DetectResult tried = DetectPresets(lines, {preset});
+    DetectCandidate candidate;
+    if (!tried.fitting.empty()) {
+        candidate = std::move(tried.fitting.front());
+    } else {
+        const WString cutting = DelimiterByColumnCount(lines, preset);
+        candidate.delimiter = !cutting.empty() || preset.delimiters.empty() ? cutting : preset.delimiters.front();
+        for (const PresetColumn& column : preset.columns)
+            candidate.columnNames.push_back(column.name);
+        candidate.reason = tried.rejected.empty() ? LoadMessage(MessageId::PresetNoLines) : tried.rejected.front().reason;
+    }
+    candidate.preset = &preset;
+    return candidate;
 }
 
 void ApplyCandidate(const DetectCandidate& candidate, ImportTxtConfiguration& configuration)

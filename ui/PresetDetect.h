@@ -69,9 +69,15 @@ WString UnusedDelimitersNote(const DetectResult& result);
 DetectResult DetectPresets(const std::vector<DetectLine>& lines, const std::vector<SurveyPreset>& presets,
                            const AreaOfUseTest& areaOfUse = {});
 
-// The first of the preset's delimiters that cuts every line into as many fields as the preset
-// has columns, whatever the fields hold; empty when none does.
-WString DelimiterByColumnCount(const std::vector<DetectLine>& lines, const SurveyPreset& preset);
+// Whether the first count fields of a line can name count columns: all there, none empty,
+// none twice.
+bool UsableAsNames(const FieldList& names, std::size_t count);
+
+// The preset as a user choosing it by name gets it: with the first of its delimiters that fits
+// every line (names line included); else, not fitting, with the first that cuts every line into
+// its columns (a value that does not convert is then the import's to report), else with the
+// first of all. The reason says why it does not fit.
+DetectCandidate CandidateOfPreset(const std::vector<DetectLine>& lines, const SurveyPreset& preset);
 
 // Fills the configuration with the candidate: the preset applied with its delimiter, the
 // column names and the header lines found.

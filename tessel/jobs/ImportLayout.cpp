@@ -111,25 +111,12 @@ void ChooseAutomatically(ImportRequest& request, const std::vector<SurveyPreset>
 // where none fits every line, the first that cuts the lines into its columns, else the first.
 void ApplyNamed(ImportRequest& request, const SurveyPreset& preset, std::ostream& err)
 {
-    const std::vector<DetectLine> lines = PreviewLines(request, 999);
-    const DetectResult result = DetectPresets(lines, {preset});
-    if (!result.fitting.empty()) {
-        DetectCandidate chosen = result.fitting.front();
-        chosen.preset = &preset;
-        return Apply(chosen, request);
-    }
-    // The first delimiter that cuts the lines into the preset's columns; the values that do
-    // not convert are then the import's account.
-    DetectCandidate fallback;
-    fallback.preset = &preset;
-    const WString cutting = DelimiterByColumnCount(lines, preset);
-    fallback.delimiter = cutting.empty() ? preset.delimiters.front() : cutting;
-    for (const PresetColumn& column : preset.columns)
-        fallback.columnNames.push_back(column.name);
-    err << "tessel: warning: --preset " << ToUtf8(preset.name) << " does not fit every line of '" << request.file
-        << "' (" << (result.rejected.empty() ? std::string("no lines") : ToUtf8(result.rejected.front().reason))
-        << "); it is read with " << ToUtf8(DelimiterName(fallback.delimiter)) << std::endl;
-    Apply(fallback, request);
+    const DetectCandidate chosen = CandidateOfPreset(PreviewLines(request, 999), preset);
+    if (!chosen.fits)
+        err << "tessel: warning: --preset " << ToUtf8(preset.name) << " does not fit every line of '" << request.file
+            << "' (" << ToUtf8(chosen.reason) << "); it is read with " << ToUtf8(DelimiterName(chosen.delimiter))
+            << std::endl;
+    Apply(chosen, request);
 }
 
 void CheckHeaderLines(const ImportRequest& request)
