@@ -344,7 +344,14 @@ DetectCandidate CandidateOfPreset(const std::vector<DetectLine>& lines, const Su
         candidate.delimiter = !cutting.empty() || preset.delimiters.empty() ? cutting : preset.delimiters.front();
         for (const PresetColumn& column : preset.columns)
             candidate.columnNames.push_back(column.name);
-        candidate.reason = tried.rejected.empty() ? LoadMessage(MessageId::PresetNoLines) : tried.rejected.front().reason;
+        // Why it does not fit with the delimiter it is read with.
+        candidate.reason = LoadMessage(MessageId::PresetNoLines);
+        for (const DetectCandidate& rejected : tried.rejected) {
+            if (rejected.delimiter == candidate.delimiter) {
+                candidate.reason = rejected.reason;
+                break;
+            }
+        }
     }
     candidate.preset = &preset;
     return candidate;

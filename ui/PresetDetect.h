@@ -76,7 +76,7 @@ bool UsableAsNames(const FieldList& names, std::size_t count);
 // The preset as a user choosing it by name gets it: with the first of its delimiters that fits
 // every line (names line included); else, not fitting, with the first that cuts every line into
 // its columns (a value that does not convert is then the import's to report), else with the
-// first of all. The reason says why it does not fit.
+// first of all. The reason says why it does not fit with that delimiter.
 DetectCandidate CandidateOfPreset(const std::vector<DetectLine>& lines, const SurveyPreset& preset);
 
 // Fills the configuration with the candidate: the preset applied with its delimiter, the
